@@ -1,0 +1,22 @@
+# Language, warnings and sanitizers: one INTERFACE target carries every flag.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+
+find_program(BURNWICK_CCACHE ccache)
+if(BURNWICK_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${BURNWICK_CCACHE}")
+endif()
+
+add_library(burnwick_warnings INTERFACE)
+target_compile_options(burnwick_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(BURNWICK_SANITIZERS)
+  target_compile_options(burnwick_warnings INTERFACE
+    -fsanitize=${BURNWICK_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(burnwick_warnings INTERFACE -fsanitize=${BURNWICK_SANITIZERS})
+endif()
+if(BURNWICK_FUZZ)
+  target_compile_options(burnwick_warnings INTERFACE -fsanitize=fuzzer-no-link)
+endif()

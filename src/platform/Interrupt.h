@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/MessageLoop.h"
+
+namespace burnwick {
+
+// While this lives, a request to end the process (Ctrl+C, a closed terminal, the system going down) does not end
+// it: it is handed to `request` inside the loop's Yield instead, each time it comes.
+class Interrupt {
+public:
+    virtual ~Interrupt() = default;
+};
+
+std::unique_ptr<Interrupt> CatchInterrupts(MessageLoop& loop, std::function<void()> request);
+
+}  // namespace burnwick

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/MessageLoop.h"
+#include "platform/SerialDevice.h"
+
+namespace burnwick {
+
+// The system's own message loop, for a program without a window.
+std::unique_ptr<MessageLoop> NewSystemLoop();
+
+// The system's serial ports.
+std::unique_ptr<SerialDevice> NewSerialDevice();
+
+// True when standard error is a terminal, on which a line can be rewritten.
+bool ErrorOutputIsTerminal();
+
+// Columns of that terminal; 80 when it does not say.
+int ErrorOutputColumns();
+
+// A reader that went away (`… | head`) must not end the process in the middle of a run.
+void SurviveBrokenPipes();
+
+}  // namespace burnwick

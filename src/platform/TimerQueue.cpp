@@ -1,0 +1,85 @@
+#include "platform/TimerQueue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace burnwick {
+
+class TimerQueue::QueuedTimer final : public Timer {
+public:
+    QueuedTimer(TimerQueue& queue, std::chrono::microseconds interval, std::function<void()> tick)
+        : Queue_(queue), Interval_(interval), Tick_(std::move(tick)) {
+        Queue_.Timers_.push_back(this);
+    }
+
+    QueuedTimer(const QueuedTimer&) = delete;
+    QueuedTimer& operator=(const QueuedTimer&) = delete;
+
+    ~QueuedTimer() override { std::erase(Queue_.Timers_, this); }
+
+    void SetEnabled(bool enabled) override {
+        if (enabled) {
+            Due_ = Queue_.Clock_() + Interval_;
+        } else {
+            Due_.reset();
+        }
+    }
+
+    void SkipMissedTicks() override {
+        if (!Due_) {
+            return;
+        }
+        const auto now = Queue_.Clock_();
+        if (*Due_ <= now) {
+            *Due_ += ((now - *Due_) / Interval_ + 1) * Interval_;
+        }
+    }
+
+    std::optional<std::chrono::microseconds> Due() const { return Due_; }
+
+    void TickOnce() {
+        *Due_ += Interval_;
+        Tick_();
+    }
+
+private:
+    TimerQueue& Queue_;
+    std::chrono::microseconds Interval_;
+    std::function<void()> Tick_;
+    std::optional<std::chrono::microseconds> Due_;
+};
+
+TimerQueue::TimerQueue(Clock clock) : Clock_(std::move(clock)) {}
+
+TimerQueue::~TimerQueue() = default;
+
+std::unique_ptr<Timer> TimerQueue::NewTimer(std::chrono::milliseconds interval, std::function<void()> tick) {
+    return std::make_unique<QueuedTimer>(*this, interval, std::move(tick));
+}
+
+std::optional<std::chrono::microseconds> TimerQueue::NextDue() const {
+    std::optional<std::chrono::microseconds> next;
+    for (const QueuedTimer* timer : Timers_) {
+        if (timer->Due() && (!next || *timer->Due() < *next)) {
+            next = timer->Due();
+        }
+    }
+    return next;
+}
+
+void TimerQueue::TickDue() {
+    const auto now = Clock_();
+    const auto isDue = [now](const QueuedTimer* timer) { return timer->Due() && *timer->Due() <= now; };
+    std::vector<QueuedTimer*> due;
+    std::copy_if(Timers_.begin(), Timers_.end(), std::back_inserter(due), isDue);
+    std::stable_sort(due.begin(), due.end(),
+                     [](const QueuedTimer* a, const QueuedTimer* b) { return *a->Due() < *b->Due(); });
+    for (QueuedTimer* timer : due) {
+        // An earlier tick may have ended this timer or switched it off.
+        if (std::find(Timers_.begin(), Timers_.end(), timer) != Timers_.end() && isDue(timer)) {
+            timer->TickOnce();
+        }
+    }
+}
+
+}  // namespace burnwick

@@ -7,8 +7,8 @@
 
 namespace burnwick {
 
-// While this lives, a request to end the process (Ctrl+C, a closed terminal, the system going down) does not end
-// it: it is handed to `request` inside the loop's Yield instead, each time it comes.
+// While this lives, a request to end the process (Ctrl+C, a closed terminal, the system going down) does not
+// end it: it is handed to `request` inside the loop's Yield instead, each time it comes.
 class Interrupt {
 public:
     virtual ~Interrupt() = default;

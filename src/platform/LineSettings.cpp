@@ -1,5 +1,6 @@
 #include "platform/LineSettings.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string>
 
@@ -27,13 +28,15 @@ std::optional<unsigned> ParseNumber(std::string_view text, unsigned lowest, unsi
 }  // namespace
 
 std::optional<LineSettings> ParseLineSettings(std::string_view text) {
+    constexpr auto commas = 3;
     constexpr unsigned fastest = 4'000'000;  // bit/s; beyond any adapter on sale
+    const bool wrongCount = std::count(text.begin(), text.end(), ',') != commas;
     const auto baud = ParseNumber(NextField(text), 1, fastest);
     const auto parity = NextField(text);
     const auto dataBits = ParseNumber(NextField(text), 5, 8);
     const auto stopBits = ParseNumber(NextField(text), 1, 2);
     const bool parityKnown = parity == "N" || parity == "E" || parity == "O";
-    if (!baud || !parityKnown || !dataBits || !stopBits || !text.empty()) {
+    if (wrongCount || !baud || !parityKnown || !dataBits || !stopBits) {
         return std::nullopt;
     }
     return LineSettings{*baud, parity.front(), *dataBits, *stopBits};

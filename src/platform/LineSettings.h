@@ -7,10 +7,10 @@ namespace burnwick {
 
 // The settings of a serial line, as the text "57600,N,8,1" gives them.
 struct LineSettings {
-    unsigned Baud = 9600;    // bit/s
-    char Parity = 'N';       // 'N', 'E' or 'O'
-    unsigned DataBits = 8;   // 5 to 8
-    unsigned StopBits = 1;   // 1 or 2
+    unsigned Baud = 9600;   // bit/s
+    char Parity = 'N';      // 'N', 'E' or 'O'
+    unsigned DataBits = 8;  // 5 to 8
+    unsigned StopBits = 1;  // 1 or 2
 
     friend bool operator==(const LineSettings&, const LineSettings&) = default;
 };

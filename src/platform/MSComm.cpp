@@ -14,7 +14,8 @@ MSComm::~MSComm() {
 
 CommResult MSComm::SetCommPort(int port) {
     if (PortOpen_) {
-        return CommError{CommErrorNumber::NotWhileOpen, "The port number cannot be changed while the port is open"};
+        return CommError{CommErrorNumber::NotWhileOpen,
+                         "The port number cannot be changed while the port is open"};
     }
     if (port < FirstPort || port > LastPort) {
         return CommError{CommErrorNumber::InvalidPortNumber,
@@ -97,11 +98,12 @@ void MSComm::TakeFromDevice() {
     if (!PortOpen_) {
         return;
     }
-    std::array<std::byte, 512> room;
+    std::array<std::byte, 512> room{};
     std::optional<std::size_t> got;
     do {
         got = Device_->Read(room);
-        InBuffer_.insert(InBuffer_.end(), room.begin(), room.begin() + static_cast<std::ptrdiff_t>(got.value_or(0)));
+        InBuffer_.insert(InBuffer_.end(), room.begin(),
+                         room.begin() + static_cast<std::ptrdiff_t>(got.value_or(0)));
     } while (got == room.size());
     if (!got) {
         // A line that is gone is always "ready"; watching it further would spin.

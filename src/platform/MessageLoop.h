@@ -45,7 +45,8 @@ public:
     virtual std::tm Now() const = 0;
 
     // The timer starts switched off.
-    virtual std::unique_ptr<Timer> NewTimer(std::chrono::milliseconds interval, std::function<void()> tick) = 0;
+    virtual std::unique_ptr<Timer> NewTimer(std::chrono::milliseconds interval,
+                                            std::function<void()> tick) = 0;
 
     // `ready` must take what is there to read: the handle is looked at again on the next Yield.
     virtual std::unique_ptr<Watch> WatchInput(WaitHandle handle, std::function<void()> ready) = 0;

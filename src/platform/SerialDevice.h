@@ -29,14 +29,15 @@ public:
     // Nothing when the line is gone (a pulled adapter): it stays so until the next Open.
     virtual std::optional<std::size_t> Read(std::span<std::byte> room) = 0;
 
-    // Hands all bytes to the driver, in one call while the driver takes them. A failure is ignored: it shows as
-    // a missing answer.
+    // Hands all bytes to the driver, in one call while the driver takes them. A failure is ignored: it shows
+    // as a missing answer.
     virtual void Write(std::span<const std::byte> bytes) = 0;
 
     // Drops what has arrived and was not read. What is going out is never touched.
     virtual void DiscardInput() = 0;
 
-    // What a message loop watches for input while the device is open; nothing when the loop learns it otherwise.
+    // What a message loop watches for input while the device is open; nothing when the loop learns it
+    // otherwise.
     virtual std::optional<WaitHandle> InputHandle() const = 0;
 };
 

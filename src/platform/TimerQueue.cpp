@@ -8,7 +8,7 @@ namespace burnwick {
 class TimerQueue::QueuedTimer final : public Timer {
 public:
     QueuedTimer(TimerQueue& queue, std::chrono::microseconds interval, std::function<void()> tick)
-        : Queue_(queue), Interval_(interval), Tick_(std::move(tick)) {
+        : Queue_(queue), Interval_(std::max(interval, std::chrono::microseconds(1))), Tick_(std::move(tick)) {
         Queue_.Timers_.push_back(this);
     }
 
@@ -39,7 +39,9 @@ public:
 
     void TickOnce() {
         *Due_ += Interval_;
-        Tick_();
+        // A copy, for the tick may end this timer.
+        const auto tick = Tick_;
+        tick();
     }
 
 private:
@@ -68,15 +70,23 @@ std::optional<std::chrono::microseconds> TimerQueue::NextDue() const {
 }
 
 void TimerQueue::TickDue() {
+    struct DueTimer {
+        QueuedTimer* Timer;
+        std::chrono::microseconds Due;
+    };
     const auto now = Clock_();
-    const auto isDue = [now](const QueuedTimer* timer) { return timer->Due() && *timer->Due() <= now; };
-    std::vector<QueuedTimer*> due;
-    std::copy_if(Timers_.begin(), Timers_.end(), std::back_inserter(due), isDue);
-    std::stable_sort(due.begin(), due.end(),
-                     [](const QueuedTimer* a, const QueuedTimer* b) { return *a->Due() < *b->Due(); });
-    for (QueuedTimer* timer : due) {
-        // An earlier tick may have ended this timer or switched it off.
-        if (std::find(Timers_.begin(), Timers_.end(), timer) != Timers_.end() && isDue(timer)) {
+    std::vector<DueTimer> dueTimers;
+    for (QueuedTimer* timer : Timers_) {
+        if (timer->Due() && *timer->Due() <= now) {
+            dueTimers.push_back({timer, *timer->Due()});
+        }
+    }
+    std::stable_sort(dueTimers.begin(), dueTimers.end(),
+                     [](const DueTimer& a, const DueTimer& b) { return a.Due < b.Due; });
+    for (const auto& [timer, due] : dueTimers) {
+        // An earlier tick may have ended this timer, switched it off or on anew, or run the loop, which
+        // ticked it.
+        if (std::find(Timers_.begin(), Timers_.end(), timer) != Timers_.end() && timer->Due() == due) {
             timer->TickOnce();
         }
     }

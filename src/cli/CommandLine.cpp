@@ -1,0 +1,80 @@
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "cli/DownloadVerb.h"
+#include "cli/PortsVerb.h"
+#include "cli/UploadVerb.h"
+#include "cli/Verb.h"
+
+namespace burnwick::cli {
+
+namespace {
+
+constexpr const char* ExitStatuses = R"(Exit status:
+  0 done               4 canceled
+  1 no response        5 port not available
+  2 transmitting error 6 file missing, unreadable or not an image
+  3 not compatible     64 wrong usage)";
+
+// The first argument when it ought to be a verb and is none; empty otherwise.
+std::string UnknownVerb(const CLI::App& app, const std::vector<std::string>& arguments) {
+    if (arguments.empty() || arguments.front().starts_with('-')) {
+        return {};
+    }
+    const auto named =
+        app.get_subcommands([&](const CLI::App* verb) { return verb->get_name() == arguments.front(); });
+    return named.empty() ? arguments.front() : "";
+}
+
+// The message of a wrong call in one line, with what to do about it.
+std::string WordUsageError(const CLI::App& app, const CLI::ParseError& error) {
+    const auto chosen = app.get_subcommands();
+    const std::string verb = chosen.empty() ? "" : " " + chosen.front()->get_name();
+    std::string text = error.what();
+    for (auto& character : text) {
+        character = character == '\n' ? ' ' : character;
+    }
+    return text + ". Try: burnwick-cli" + verb + " --help";
+}
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& arguments, Environment& environment) {
+    CLI::App app("Programs, reads and checks the flash memory of a video unit over a serial line",
+                 "burnwick-cli");
+    app.set_version_flag("--version", "burnwick-cli " BURNWICK_VERSION " (build " BURNWICK_BUILD ")");
+    app.require_subcommand(1);
+    app.footer(ExitStatuses);
+    std::array<std::pair<std::unique_ptr<Verb>, CLI::App*>, 3> verbs{{
+        {std::make_unique<DownloadVerb>(), nullptr},
+        {std::make_unique<UploadVerb>(), nullptr},
+        {std::make_unique<PortsVerb>(), nullptr},
+    }};
+    for (auto& [verb, parser] : verbs) {
+        parser = &verb->AddTo(app);
+    }
+    if (const std::string unknown = UnknownVerb(app, arguments); !unknown.empty()) {
+        PrintError(environment.Err, unknown + ": no such verb. Try: burnwick-cli --help");
+        return WrongUsage;
+    }
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::Success& wanted) {
+        return app.exit(wanted, environment.Out, environment.Err);
+    } catch (const CLI::ParseError& error) {
+        PrintError(environment.Err, WordUsageError(app, error));
+        return WrongUsage;
+    }
+    for (auto& [verb, parser] : verbs) {
+        if (parser->parsed()) {
+            return verb->Execute(environment);
+        }
+    }
+    return WrongUsage;
+}
+
+}  // namespace burnwick::cli

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Environment.h"
+
+namespace burnwick::cli {
+
+// Runs the program on its arguments, its own name left out, and gives the exit status.
+int RunCommandLine(const std::vector<std::string>& arguments, Environment& environment);
+
+}  // namespace burnwick::cli

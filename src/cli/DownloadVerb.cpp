@@ -1,0 +1,17 @@
+#include "cli/DownloadVerb.h"
+
+namespace burnwick::cli {
+
+CLI::App& DownloadVerb::AddTo(CLI::App& app) {
+    CLI::App& verb = *app.add_subcommand("download", "Program a unit's flash memory from an image file");
+    verb.add_option("IMAGE", Image_, "The image file")->required();
+    Options_.AddTo(verb);
+    verb.footer("Example:\n  burnwick-cli download firmware.bin --port COM5 --baud 115200");
+    return verb;
+}
+
+int DownloadVerb::Execute(Environment& environment) {
+    return FlashRun(environment, Options_).Download(Image_);
+}
+
+}  // namespace burnwick::cli

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "platform/Interrupt.h"
+#include "platform/MessageLoop.h"
+#include "platform/SerialDevice.h"
+#include "platform/SleepInhibitor.h"
+#include "ports/PortTable.h"
+
+namespace burnwick::cli {
+
+// What a verb finds around it: streams and services that a test puts its own in the place of.
+struct Environment {
+    std::ostream& Out;
+    std::ostream& Err;
+    int ErrColumns = 0;  // of the terminal that Err is, on which a line can be rewritten; 0: it is none
+    bool Color = false;  // whether that terminal is to be given colours
+    bool Trace = false;  // whether the link tells Err what it receives
+    MessageLoop& Loop;
+    ReadSetting Setting;
+    std::function<std::unique_ptr<SerialDevice>()> NewDevice;
+    std::function<std::unique_ptr<Interrupt>(std::function<void()> request)> CatchInterrupts;
+    std::function<std::unique_ptr<SleepInhibitor>(const std::string& why)> InhibitSleep;
+};
+
+}  // namespace burnwick::cli

@@ -1,0 +1,62 @@
+#include "cli/RunReport.h"
+
+#include <nlohmann/json.hpp>
+
+#include "cli/Verb.h"
+
+namespace burnwick::cli {
+
+namespace {
+
+const char* ResultName(ExitStatus status) {
+    switch (status) {
+        case Done:
+            return "ok";
+        case NoResponse:
+            return "no-response";
+        case TransmittingError:
+            return "transmitting-error";
+        case NotCompatible:
+            return "not-compatible";
+        case Canceled:
+            return "canceled";
+        case PortNotAvailable:
+            return "port-error";
+        case FileUnusable:
+            return "file-error";
+        case Differences:
+            return "verify-mismatch";
+        case WrongUsage:
+            break;
+    }
+    return "wrong-usage";
+}
+
+}  // namespace
+
+void PrintError(std::ostream& err, const std::string& text) {
+    err << "burnwick-cli: " << text << std::endl;
+}
+
+int Tell(Environment& environment, bool json, const RunReport& report) {
+    if (!report.Error.empty()) {
+        PrintError(environment.Err, report.Error);
+    }
+    if (json) {
+        const nlohmann::ordered_json object{
+            {"result", ResultName(report.Status)},
+            {"exitCode", static_cast<int>(report.Status)},
+            {"port", "COM" + std::to_string(report.Port)},
+            {"baud", report.Baud},
+            {"blocks", report.Blocks},
+            {"totalBlocks", report.TotalBlocks},
+            {"elapsedSeconds", report.ElapsedSeconds},
+            {"messages", report.Messages},
+        };
+        // A file name need not be UTF-8; JSON must.
+        environment.Out << object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << std::endl;
+    }
+    return report.Status;
+}
+
+}  // namespace burnwick::cli

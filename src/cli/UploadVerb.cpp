@@ -1,0 +1,40 @@
+#include "cli/UploadVerb.h"
+
+#include <filesystem>
+#include <map>
+
+#include "platform/Utf8Path.h"
+
+namespace burnwick::cli {
+
+namespace {
+
+// Blocks read for each chip. The smallest is read by half: its units keep their code in the first 64 KiB.
+const std::map<std::string, int> Chips{{"1Mbit", 256}, {"2Mbit", 1024}, {"4Mbit", 2048}, {"8Mbit", 4096}};
+
+}  // namespace
+
+CLI::App& UploadVerb::AddTo(CLI::App& app) {
+    CLI::App& verb = *app.add_subcommand("upload", "Read a unit's flash memory into a new image file");
+    verb.add_option("FILE", File_, "The file to create")->required();
+    verb.add_option("--chip", Chip_, "The flash chip: 1Mbit, 2Mbit, 4Mbit or 8Mbit")
+        ->type_name("SIZE")
+        ->required()
+        ->check(CLI::IsMember({"1Mbit", "2Mbit", "4Mbit", "8Mbit"}));
+    verb.add_flag("--force", Force_, "Replace FILE when it exists");
+    Options_.AddTo(verb);
+    verb.footer("Example:\n  burnwick-cli upload backup.bin --port COM5 --chip 8Mbit");
+    return verb;
+}
+
+int UploadVerb::Execute(Environment& environment) {
+    FlashRun run(environment, Options_);
+    std::error_code ignored;
+    const bool exists = std::filesystem::exists(std::filesystem::symlink_status(Utf8Path(File_), ignored));
+    if (exists && !Force_) {
+        return run.RefuseFile(File_ + " exists already. Give --force to replace it, or name another file.");
+    }
+    return run.Upload(File_, Chips.at(Chip_), exists);
+}
+
+}  // namespace burnwick::cli

@@ -1,0 +1,38 @@
+#include <cstdlib>
+#include <iostream>
+
+#include "cli/CommandLine.h"
+#include "platform/ProgramFolder.h"
+#include "platform/System.h"
+#include "settings/modUtility.h"
+
+namespace {
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    using namespace burnwick;
+    SurviveBrokenPipes();
+    std::ios::sync_with_stdio(false);
+    modUtility::SetIniPath(ProgramFolder() / "Burnwick.ini");
+    const auto loop = NewSystemLoop();
+    const bool rewritable = ErrorOutputIsTerminal() && Variable("TERM") != "dumb";
+    cli::Environment environment{
+        .Out = std::cout,
+        .Err = std::cerr,
+        .ErrColumns = rewritable ? ErrorOutputColumns() : 0,
+        .Color = Variable("NO_COLOR").empty(),
+        .Trace = Variable("BURNWICK_DEBUG") == "1",
+        .Loop = *loop,
+        .Setting = modUtility::ReadIniValue,
+        .NewDevice = NewSerialDevice,
+        .CatchInterrupts = [&loop](auto request) { return CatchInterrupts(*loop, std::move(request)); },
+        .InhibitSleep = InhibitSleep,
+    };
+    return cli::RunCommandLine({argv + 1, argv + argc}, environment);
+}

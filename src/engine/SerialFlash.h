@@ -1,0 +1,175 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "engine/FlashMessages.h"
+#include "engine/ImageInfo.h"
+#include "platform/MSComm.h"
+#include "platform/MessageLoop.h"
+
+namespace burnwick {
+
+enum class Method { Upload = 1, Download = 2, Cancel = 3 };
+
+enum class LinkState {
+    WaitingForUnit = 1,
+    SpeedNegotiation = 2,
+    ReadyToSend = 3,
+    AwaitingAnswer = 4,
+};
+
+enum class LinkResult {
+    NoFailure = 0,
+    NoResponse = 1,         // the unit never answered
+    TransmittingError = 2,  // a reply was missing, late or negative
+    NotCompatible = 3,      // the image does not suit the unit
+};
+
+// The link to the unit: programs its flash from an image file, or reads its flash into a file.
+//
+// Owns the port during a run. A run is synchronous: Execute returns when it has ended, and hands every wait
+// to the message loop, through which a second Execute(Method::Cancel) can come. Nothing is thrown: the
+// outcome is in the texts raised through Message.
+class SerialFlash {
+public:
+    using PropertyBag = std::map<std::string, std::string>;
+
+    // Both must outlive the link.
+    SerialFlash(MessageLoop& loop, MSComm& port);
+
+    // Events. Blocks count from 0; a download's and an upload's texts come in the order in which they are to
+    // be read. Trace is raised only with DebugEnabled.
+    std::function<void(int block, int totalBlock)> Progress;
+    std::function<void(const std::string& text)> Message;
+    std::function<void(const std::string& text)> Timing;
+    std::function<void(const std::string& line)> Trace;
+    std::function<void(const std::string& property)> PropertyChanged;
+
+    // COM port number.
+    std::uint8_t CommPort() const { return CommPort_; }
+    void SetCommPort(std::uint8_t port);
+    // The image to program, or the file to create (UTF-8).
+    const std::string& FileName() const { return FileName_; }
+    void SetFileName(const std::string& fileName);
+    // Blocks to read on an upload.
+    std::int16_t UploadBlock() const { return UploadBlock_; }
+    void SetUploadBlock(std::int16_t blocks);
+    // "9600", "57600" or "115200".
+    const std::string& BaudRate() const { return BaudRate_; }
+    void SetBaudRate(const std::string& baudRate);
+    // Assigning a version is accepted, and changes nothing.
+    static std::string Version() { return "1.19"; }
+    static void SetVersion(const std::string& version);
+    bool DebugEnabled() const { return DebugEnabled_; }
+    void SetDebugEnabled(bool enabled) { DebugEnabled_ = enabled; }
+
+    // The persistent properties; one that has its default is not written.
+    void ReadProperties(const PropertyBag& bag);
+    void WriteProperties(PropertyBag& bag) const;
+
+    // Runs a whole upload or download. Cancel returns at once: the run in progress, or else the next one,
+    // ends as cancelled.
+    void Execute(Method method);
+
+    // Why the last run could not open its port; nothing when it could, or never came so far.
+    const CommResult& PortError() const { return PortError_; }
+
+private:
+    // Everything that a run leaves behind, and the next one must not find.
+    struct Run {
+        burnwick::LinkState LinkState = LinkState::WaitingForUnit;
+        burnwick::LinkResult LinkResult = LinkResult::NoFailure;
+        int Block = 0;       // blocks sent or requested so far
+        int TotalBlock = 0;  // blocks in this run
+        std::uint8_t BlockAddressHigh = 0;
+        std::uint8_t BlockAddressLow = 0;
+        burnwick::ImageInfo ImageInfo;
+        char UnitReplyChar = 0;
+        std::uint64_t FileSize = 0;
+        Bytes Image;               // the file to program
+        std::ofstream File;        // the file to create
+        bool FileCreated = false;  // FileName is this run's own, and goes when the run fails
+        std::string FileTrouble;   // why the file could not be written
+        int SecTimeout = 0;        // silent ticks of 100 ms
+        bool RxFlashRequest = false;
+        bool SpeedSwitched = false;
+        bool IdentifyAsked = false;
+        std::chrono::milliseconds WaitStart{};  // when the wait for the unit began
+        std::chrono::milliseconds StartTime{};  // when the transfer began
+        std::string ElapsedText;                // "mm:ss"
+    };
+
+    // SerialFlash.cpp: a run from outside.
+    void RunJob();
+    std::string PrepareFile();
+    std::string PrepareUpload();
+    std::string PrepareDownload();
+    std::string CannotAccess(const std::string& why) const;
+    CommResult TryPort();
+    void ReportFailure() const;
+    void DeleteUpload();
+
+    // SerialFlashLink.cpp: the run on the line.
+    bool RunLink();
+    bool MoveBlocks();
+    bool RunEnds() const;
+    void WaitForUnit();
+    void SendNextBlock();
+    void ReportSuccess();
+    void CloseLink();
+    void SendMessage(MessageKind kind);
+    Bytes NextBlockMessage();
+    BlockData NextImageBlock() const;
+    bool StoreBlock(BlockData data);
+    bool FinishFile();
+    void FileFailed();
+    void WaitFor(std::chrono::milliseconds amount);
+    void StartElapsedTime();
+    void TickElapsedTime();
+
+    // SerialFlashAnswers.cpp: what the unit says.
+    void ReceiveMessage();
+    void LetAnswerArriveWhole();
+    void ApplySilenceLimits();
+    std::optional<int> SilenceLimit() const;
+    bool React(const Answer& answer, const Bytes& chunk);
+    void AnswerReady();
+    void SwitchSpeed();
+    bool JudgeAndStart();
+    void MakeContact();
+    void TakeBlockAnswer(const Answer& answer, const Bytes& chunk);
+    void TraceAnswer(const Bytes& chunk);
+
+    bool IsUpload() const { return Method_ == Method::Upload; }
+    bool AsksForSpeed() const { return BaudRate_ == "57600" || BaudRate_ == "115200"; }
+    std::string StampedLine(const std::string& label) const;
+    void Changed(const std::string& property) const;
+    void Say(const std::string& text) const;
+    void SayTiming(const std::string& text) const;
+
+    MessageLoop& Loop_;
+    MSComm& Port_;
+    std::unique_ptr<Timer> SecTimeoutTimer_;  // tmrSecTimeout
+    std::unique_ptr<Timer> TimingTimer_;      // tmrTiming
+
+    std::uint8_t CommPort_ = 1;
+    std::string FileName_;
+    std::int16_t UploadBlock_ = 0;
+    std::string BaudRate_ = "57600";
+    bool DebugEnabled_ = false;
+
+    Method Method_ = Method::Download;
+    bool Running_ = false;
+    bool CancelFlag_ = false;  // outlives a run that never opened its port
+    CommResult PortError_;
+    Run Run_;
+};
+
+}  // namespace burnwick

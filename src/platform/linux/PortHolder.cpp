@@ -1,0 +1,70 @@
+#include "platform/linux/PortHolder.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+
+namespace burnwick {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The number of the character device that the path leads to. Never waits for a file server that is gone: the
+// open files of every process are looked at.
+std::optional<dev_t> DeviceNumber(const fs::path& path) {
+    struct statx status {};
+    if (statx(AT_FDCWD, path.c_str(), AT_STATX_DONT_SYNC, STATX_TYPE, &status) != 0
+        || !S_ISCHR(status.stx_mode)) {
+        return std::nullopt;
+    }
+    return makedev(status.stx_rdev_major, status.stx_rdev_minor);
+}
+
+std::optional<pid_t> ProcessNumber(const fs::path& folder) {
+    const auto name = folder.filename().string();
+    pid_t process = 0;
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
+    if (error != std::errc() || end != name.data() + name.size()) {
+        return std::nullopt;
+    }
+    return process;
+}
+
+bool HasOpen(const fs::path& processFolder, dev_t device) {
+    std::error_code error;
+    for (fs::directory_iterator file(processFolder / "fd", error), end; !error && file != end;
+         file.increment(error)) {
+        if (DeviceNumber(file->path()) == device) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string ProcessName(const fs::path& processFolder) {
+    std::string name;
+    std::getline(std::ifstream(processFolder / "comm"), name);
+    return name.empty() ? "a program" : name;
+}
+
+}  // namespace
+
+std::optional<PortHolder> FindPortHolder(const std::string& device) {
+    const auto number = DeviceNumber(device);
+    std::error_code error;
+    for (fs::directory_iterator folder("/proc", error), end; number && !error && folder != end;
+         folder.increment(error)) {
+        const auto process = ProcessNumber(folder->path());
+        if (process && HasOpen(folder->path(), *number)) {
+            return PortHolder{*process, ProcessName(folder->path())};
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace burnwick

@@ -1,0 +1,68 @@
+#include "platform/ProgramFolder.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace burnwick {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Empty when the variable is not set.
+fs::path FromEnvironment(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr ? value : "";
+}
+
+fs::path HomeFolder() {
+    if (auto home = FromEnvironment("HOME"); !home.empty()) {
+        return home;
+    }
+    const passwd* const user = getpwuid(getuid());
+    return user != nullptr ? user->pw_dir : "/";
+}
+
+fs::path UserDataFolder() {
+    // A relative path in this variable counts as none, by the convention that it belongs to.
+    if (auto data = FromEnvironment("XDG_DATA_HOME"); data.is_absolute()) {
+        return data / "burnwick";
+    }
+    return HomeFolder() / ".local/share/burnwick";
+}
+
+fs::path WithoutTrailingSeparator(const fs::path& folder) {
+    auto text = folder.string();
+    while (text.size() > 1 && text.back() == '/') {
+        text.pop_back();
+    }
+    return text;
+}
+
+fs::path Made(const fs::path& folder) {
+    std::error_code error;
+    const auto absolute = fs::absolute(folder, error);
+    auto plain = WithoutTrailingSeparator(error ? folder : absolute);
+    // A folder that cannot be made shows when something is written to it, with a message that fits.
+    fs::create_directories(plain, error);
+    return plain;
+}
+
+}  // namespace
+
+fs::path ProgramFolder() {
+    if (const auto chosen = FromEnvironment("BURNWICK_HOME"); !chosen.empty()) {
+        return Made(chosen);
+    }
+    std::error_code error;
+    auto own = fs::read_symlink("/proc/self/exe", error).parent_path();
+    if (!error && access(own.c_str(), W_OK) == 0) {
+        return own;
+    }
+    return Made(UserDataFolder());
+}
+
+}  // namespace burnwick

@@ -1,0 +1,80 @@
+#include "platform/linux/TtyErrors.h"
+
+#include <grp.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+#include "platform/linux/PortHolder.h"
+
+namespace burnwick {
+
+namespace {
+
+// The group that owns the file; its number when it has no name, empty when the file cannot be looked at.
+std::string OwningGroup(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        return {};
+    }
+    group entry{};
+    group* found = nullptr;
+    std::array<char, 16384> room{};
+    getgrgid_r(status.st_gid, &entry, room.data(), room.size(), &found);
+    return found != nullptr ? found->gr_name : std::to_string(status.st_gid);
+}
+
+CommError NotPermittedError(const std::string& path) {
+    const auto owner = OwningGroup(path);
+    const auto remedy = owner.empty() ? "its folder is closed to this user"
+                                      : "add yourself to the group that owns it (" + owner + ")";
+    return {CommErrorNumber::NotPermitted, path + ": permission denied: " + remedy};
+}
+
+}  // namespace
+
+CommError DeviceError(const std::string& path, int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+        case ENXIO:
+        case ENODEV:
+            return {CommErrorNumber::NotSerial, path + ": no such device: is the adapter plugged in?"};
+        case EACCES:
+        case EPERM:
+            return NotPermittedError(path);
+        case EBUSY:
+        case EWOULDBLOCK:
+            return BusyError(path);
+        case ENOTTY:
+        case EINVAL:
+            return NotSerialError(path);
+        case EIO:
+            return {CommErrorNumber::NotSerial,
+                    path + ": input/output error: there is no hardware behind it, choose another port"};
+        default:
+            return {CommErrorNumber::Broken,
+                    path + " cannot be opened: " + std::generic_category().message(error)};
+    }
+}
+
+CommError BusyError(const std::string& path) {
+    const auto holder = FindPortHolder(path);
+    const auto who =
+        holder ? holder->Name + " (process " + std::to_string(holder->Process) + ")" : "another program";
+    return {CommErrorNumber::Busy, path + " is in use by " + who};
+}
+
+CommError NotSerialError(const std::string& path) {
+    return {CommErrorNumber::NotSerial, path + " is not a serial port"};
+}
+
+CommError SettingsError(const std::string& path, const LineSettings& settings) {
+    return {CommErrorNumber::UnusableSettings,
+            path + " cannot be set to " + std::to_string(settings.Baud) + "," + settings.Parity + ","
+                + std::to_string(settings.DataBits) + "," + std::to_string(settings.StopBits)};
+}
+
+}  // namespace burnwick

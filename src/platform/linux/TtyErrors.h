@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "platform/CommError.h"
+#include "platform/LineSettings.h"
+
+namespace burnwick {
+
+// Why the device at `path` cannot be had, from the errno of the call that failed: what was tried, what the
+// system said and what to do about it.
+CommError DeviceError(const std::string& path, int error);
+
+// Another program holds the device; names it when it can be seen.
+CommError BusyError(const std::string& path);
+
+CommError NotSerialError(const std::string& path);
+
+CommError SettingsError(const std::string& path, const LineSettings& settings);
+
+}  // namespace burnwick

@@ -1,0 +1,61 @@
+#include "ports/PortTable.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+
+#include "platform/MSComm.h"
+#include "platform/SystemPorts.h"
+
+namespace burnwick {
+
+namespace {
+
+// The number behind "COM" in either case.
+std::optional<int> NumberOf(const std::string& text) {
+    std::string name = text.substr(0, 3);
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::toupper(c); });
+    int number = 0;
+    const char* end = text.data() + text.size();
+    if (name != "COM" || text.size() == 3 || text[3] == '-') {
+        return std::nullopt;
+    }
+    const auto [stop, error] = std::from_chars(text.data() + 3, end, number);
+    if (error != std::errc() || stop != end) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+}  // namespace
+
+std::string DeviceOf(int port, const ReadSetting& read) {
+    const std::string chosen = read("Ports", "COM" + std::to_string(port));
+    return chosen.empty() ? SystemDeviceOf(port) : chosen;
+}
+
+std::optional<PortChoice> ParsePortChoice(const std::string& text, const ReadSetting& read) {
+    if (const auto number = NumberOf(text)) {
+        const bool exists = *number >= MSComm::FirstPort && *number <= MSComm::LastPort;
+        return PortChoice{*number, exists ? DeviceOf(*number, read) : ""};
+    }
+    if (text.find_first_of("/\\") == std::string::npos) {
+        return std::nullopt;
+    }
+    for (int number = MSComm::FirstPort; number <= MSComm::LastPort; ++number) {
+        if (SameDevice(DeviceOf(number, read), text)) {
+            return PortChoice{number, text};
+        }
+    }
+    return PortChoice{MSComm::LastPort, text};
+}
+
+std::string GetBaudRateSetting(const ReadSetting& read) {
+    const std::string stored = read("COMPort", "BaudRate");
+    if (stored.empty() || stored.front() == '0') {
+        return "57600";
+    }
+    return stored.front() == '1' ? "115200" : "0";
+}
+
+}  // namespace burnwick

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+// The settings file.
+namespace burnwick::modUtility {
+
+// Names the file, once, at the start of a program.
+void SetIniPath(const std::filesystem::path& path);
+
+// The value of a key; empty when the file, the section or the key is missing. At most 254 bytes of it: what a
+// buffer of 255 holds besides its end.
+std::string ReadIniValue(const std::string& section, const std::string& key);
+
+}  // namespace burnwick::modUtility

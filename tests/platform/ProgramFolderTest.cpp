@@ -47,7 +47,7 @@ protected:
         EXPECT_EQ(chmod(Installed_.c_str(), 0555), 0);
         EXPECT_EQ(chmod(Folder_.Path().c_str(), 0777), 0);
     }
-    ~SystemWideInstallTest() override { chmod(Installed_.c_str(), 0755); }
+    void TearDown() override { chmod(Installed_.c_str(), 0755); }
 
     // As the installed program finds it; root, who may write anywhere, runs it as another user.
     fs::path InstalledProgramsFolder() const {

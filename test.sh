@@ -1,0 +1,65 @@
+#!/usr/bin/env bash
+# Runs every test there is. Its last lines are the test runner's own.
+set -euo pipefail
+cd "$(dirname "$0")"
+jobs=$(nproc)
+
+step() {
+    printf '\n== %s\n' "$*"
+}
+
+# Prints what a command said only when it failed.
+quietly() {
+    local log
+    log=$(mktemp)
+    if ! "$@" >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        return 1
+    fi
+    rm -f "$log"
+}
+
+build() {
+    step "Building $1"
+    quietly cmake --preset "$1"
+    quietly cmake --build --preset "$1"
+}
+
+step "Packages"
+packaging/install-packages.sh
+
+mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp')
+mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' '.ci/run')
+
+step "Layers, format and scripts"
+tests/check-layers.sh
+clang-format --dry-run --Werror "${sources[@]}"
+shellcheck "${scripts[@]}"
+
+build debug
+step "clang-tidy"
+printf '%s\n' "${sources[@]}" | grep '\.cpp$' | grep -v '^tests/fuzz/' \
+    | quietly xargs -P "$jobs" -n 4 clang-tidy --quiet -p build/debug
+
+build fuzz
+step "Fuzz targets"
+tests/fuzz/run.sh 3 build/fuzz
+
+build release
+step "The commands that README shows"
+tests/readme.sh
+
+build asan
+build cli
+status=0
+for preset in cli asan debug; do
+    step "Tests: $preset"
+    ctest --preset "$preset" --parallel "$jobs" --quiet --output-log "build/$preset/tests.log" || status=1
+    if [ "$status" -ne 0 ] || [ "$preset" = debug ]; then
+        tail -n 60 "build/$preset/tests.log"
+    else
+        tail -n 3 "build/$preset/tests.log"
+    fi
+    [ "$status" -eq 0 ] || exit "$status"
+done

@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# The layers are law: who may include whom, and where the system may be met. Prints each breach.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+breaches=0
+# breach WHAT PATTERN PATH...: no line of these files may match.
+breach() {
+    local what=$1 pattern=$2
+    shift 2
+    if grep -rnE --include='*.h' --include='*.cpp' "$pattern" "$@"; then
+        echo "^ $what" >&2
+        breaches=1
+    fi
+}
+
+core=(src/engine src/settings src/ports src/run)
+system='#include <(sys/|linux/|unistd|fcntl|poll|termios|signal\.h|windows|Q[A-Z])'
+
+breach "core knows no system and no Qt" "$system" "${core[@]}"
+breach "the command line knows no system and no Qt" "$system" src/cli
+breach "the shared platform code knows no system" "$system" src/platform/*.h src/platform/*.cpp
+breach "system switches live in CMake and the platform folder" '#if.*(_WIN32|__linux__|__unix__)' \
+    "${core[@]}" src/cli simulator
+breach "engine stands on platform only" '#include "(settings|ports|run|cli|app|log|image|tools)/' src/engine
+breach "settings stands on platform only" '#include "(engine|ports|run|cli|app|log|image|tools)/' src/settings
+breach "ports stands on platform only" '#include "(engine|settings|run|cli|app|log|image|tools)/' src/ports
+breach "run stands below cli and app" '#include "(cli|app|tools)/' src/run
+breach "platform stands on nothing" '#include "(engine|settings|ports|run|cli|app|log|image|tools)/' src/platform
+breach "only the platform's own folder includes a system's" '#include "platform/(linux|windows|qt)/' \
+    "${core[@]}" src/cli src/platform/*.h src/platform/*.cpp
+breach "the simulated unit shares nothing with the rest" \
+    '#include "(engine|settings|ports|run|cli|app|log|image|tools|platform)/' simulator
+breach "the program does not know the simulated unit" '#include "simulator/' src
+exit "$breaches"

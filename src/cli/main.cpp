@@ -17,7 +17,7 @@ std::string Variable(const char* name) {
 
 int main(int argc, char* argv[]) {
     using namespace burnwick;
-    SurviveBrokenPipes();
+    SurviveFailedWrites();
     std::ios::sync_with_stdio(false);
     modUtility::SetIniPath(ProgramFolder() / "Burnwick.ini");
     const auto loop = NewSystemLoop();

@@ -145,7 +145,7 @@ private:
     bool JudgeAndStart();
     void MakeContact();
     void TakeBlockAnswer(const Answer& answer, const Bytes& chunk);
-    void TraceAnswer(const Bytes& chunk);
+    void TraceAnswer(const Bytes& chunk) const;
 
     bool IsUpload() const { return Method_ == Method::Upload; }
     bool AsksForSpeed() const { return BaudRate_ == "57600" || BaudRate_ == "115200"; }

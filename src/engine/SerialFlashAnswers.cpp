@@ -214,7 +214,7 @@ void SerialFlash::TakeBlockAnswer(const Answer& answer, const Bytes& chunk) {
     }
 }
 
-void SerialFlash::TraceAnswer(const Bytes& chunk) {
+void SerialFlash::TraceAnswer(const Bytes& chunk) const {
     if (!DebugEnabled_ || !Trace) {
         return;
     }

@@ -19,7 +19,8 @@ bool ErrorOutputIsTerminal();
 // Columns of that terminal; 80 when it does not say.
 int ErrorOutputColumns();
 
-// A reader that went away (`… | head`) must not end the process in the middle of a run.
-void SurviveBrokenPipes();
+// A write that fails must not end the process in the middle of a run, be it for a reader that went away
+// (`… | head`) or for a limit on the size of files. It fails like any other instead.
+void SurviveFailedWrites();
 
 }  // namespace burnwick

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "ChildProcess.h"
-#include "TemporaryFolder.h"
+#include "support/TempFolder.h"
 
 namespace burnwick {
 namespace {
@@ -21,7 +21,7 @@ protected:
         });
     }
 
-    test::TemporaryFolder Folder_;
+    test::TempFolder Folder_;
     std::filesystem::path Path_ = Folder_.Path() / "settings.lock";
 };
 

@@ -7,8 +7,9 @@
 
 #include <array>
 
-#include "TemporaryFolder.h"
+#include "EnvironmentVariable.h"
 #include "platform/linux/UniqueFd.h"
+#include "support/TempFolder.h"
 
 namespace burnwick {
 namespace {
@@ -18,7 +19,7 @@ using test::EnvironmentVariable;
 
 class ProgramFolderTest : public testing::Test {
 protected:
-    test::TemporaryFolder Folder_;
+    test::TempFolder Folder_;
     EnvironmentVariable NoHome_{"BURNWICK_HOME", std::nullopt};
 };
 

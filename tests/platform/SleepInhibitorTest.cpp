@@ -14,8 +14,9 @@
 #include <future>
 #include <thread>
 
+#include "EnvironmentVariable.h"
 #include "PseudoTerminal.h"
-#include "TemporaryFolder.h"
+#include "support/TempFolder.h"
 
 namespace burnwick {
 namespace {
@@ -156,7 +157,7 @@ protected:
         EXPECT_LT(std::chrono::steady_clock::now() - before, bounded);
     }
 
-    test::TemporaryFolder Folder_;
+    test::TempFolder Folder_;
 };
 
 TEST_F(SleepInhibitorTest, TellsTheLoginManagerWhatWhoWhyAndHow) {

@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "PseudoTerminal.h"
-#include "TemporaryFolder.h"
+#include "support/TempFolder.h"
 
 namespace burnwick {
 namespace {
@@ -56,7 +56,7 @@ protected:
         return opened.substr(opened.rfind(' ') + 1);
     }
 
-    test::TemporaryFolder Folder_;
+    test::TempFolder Folder_;
     test::PseudoTerminal Pty_;
     Lines Calls_;
 };

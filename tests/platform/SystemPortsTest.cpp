@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "PseudoTerminal.h"
-#include "TemporaryFolder.h"
 #include "platform/linux/DeviceDescription.h"
+#include "support/TempFolder.h"
 
 namespace burnwick {
 namespace {
@@ -38,7 +38,7 @@ TEST(SystemPorts, ArePresentWhenTheirDeviceIsThere) {
 TEST(SystemPorts, AreTheSameThroughALink) {
     const test::PseudoTerminal pty;
     const test::PseudoTerminal other;
-    const test::TemporaryFolder folder;
+    const test::TempFolder folder;
     const auto link = folder.Path() / "line";
     fs::create_symlink(pty.Path(), link);
     EXPECT_TRUE(SameDevice(link, pty.Path()));
@@ -73,7 +73,7 @@ protected:
 
     std::string Description() const { return DescribeDeviceIn(Sysfs_, "/dev/ttyUSB-made-up"); }
 
-    test::TemporaryFolder Folder_;
+    test::TempFolder Folder_;
     fs::path Sysfs_ = Folder_.Path() / "sys";
     fs::path Hub_ = Sysfs_ / "devices/hub";
     fs::path Adapter_ = Hub_ / "adapter";

@@ -11,9 +11,9 @@
 
 #include "ChildProcess.h"
 #include "PseudoTerminal.h"
-#include "TemporaryFolder.h"
 #include "platform/MSComm.h"
 #include "platform/linux/PollLoop.h"
+#include "support/TempFolder.h"
 
 namespace burnwick {
 namespace {
@@ -22,7 +22,7 @@ using namespace std::chrono_literals;
 using test::AllByteValues;
 using test::ChildProcess;
 using test::PseudoTerminal;
-using test::TemporaryFolder;
+using test::TempFolder;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
@@ -219,7 +219,7 @@ TEST_F(TtyDeviceTest, AnotherDeviceIsNoSerialPort) {
 }
 
 TEST_F(TtyDeviceTest, APlainFileIsNoSerialPortAndStaysAsItWas) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const auto path = folder.Path() / "image.bin";
     std::ofstream(path) << "precious";
     const auto before = std::filesystem::last_write_time(path);
@@ -231,7 +231,7 @@ TEST_F(TtyDeviceTest, APlainFileIsNoSerialPortAndStaysAsItWas) {
 }
 
 TEST_F(TtyDeviceTest, AMissingFileIsNotMade) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     EXPECT_EQ(Failure(folder.Path() / "none").Number, CommErrorNumber::NotSerial);
     EXPECT_FALSE(std::filesystem::exists(folder.Path() / "none"));
 }

@@ -17,11 +17,20 @@ const std::map<std::string, Bytes (*)()> Types{
     // 64 KiB, of the oldest kind
     {"64k", [] { return AnyBytes(65'536); }},
     // 512 KiB, for any unit
-    {"unmarked", [] { return ImageWith(524'288, 0, {0xC0, 0xDE, 0x00, 0x00}); }},
+    {"unmarked",
+     [] {
+         return ImageWith(524'288, 0, {0xC0, 0xDE, 0x00, 0x00});
+     }},
     // any length, for a unit that calls itself 'I'
-    {"type4", [] { return ImageWith(300'000, 0, {0xC0, 0xDE, 0x01, 0x49}); }},
+    {"type4",
+     [] {
+         return ImageWith(300'000, 0, {0xC0, 0xDE, 0x01, 0x49});
+     }},
     // any length, for a unit that wants the flash request
-    {"announced", [] { return ImageWith(300'000, 0, {0xC0, 0xDE, 0x01, 0x57}); }},
+    {"announced",
+     [] {
+         return ImageWith(300'000, 0, {0xC0, 0xDE, 0x01, 0x57});
+     }},
 };
 
 constexpr int WrongUsage = 64;

@@ -4,9 +4,12 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
+#include <array>
 #include <charconv>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 namespace burnwick {
 
@@ -52,9 +55,44 @@ std::string ProcessName(const fs::path& processFolder) {
     return name.empty() ? "a program" : name;
 }
 
+// The process that has locked the file, from the system's table of locks: lines such as
+// "1: FLOCK  ADVISORY  WRITE 4711 00:18:5 0 EOF", the file as its device in hexadecimal and its inode.
+std::optional<pid_t> FindLockHolder(const std::string& path) {
+    struct stat file {};
+    if (stat(path.c_str(), &file) != 0) {
+        return std::nullopt;
+    }
+    std::array<char, 64> wanted{};
+    std::snprintf(wanted.data(), wanted.size(), "%02x:%02x:%llu", major(file.st_dev), minor(file.st_dev),
+                  static_cast<unsigned long long>(file.st_ino));
+    std::ifstream locks("/proc/locks");
+    for (std::string line; std::getline(locks, line);) {
+        std::istringstream fields(line);
+        std::string number;
+        std::string kind;
+        std::string strength;
+        std::string access;
+        pid_t process = 0;
+        std::string locked;
+        fields >> number >> kind >> strength >> access >> process >> locked;
+        if (kind == "FLOCK" && locked == wanted.data() && process > 0) {
+            return process;
+        }
+    }
+    return std::nullopt;
+}
+
+fs::path FolderOf(pid_t process) {
+    return fs::path("/proc") / std::to_string(process);
+}
+
 }  // namespace
 
+// Who has locked the device keeps us out; who merely has it open is the next best guess.
 std::optional<PortHolder> FindPortHolder(const std::string& device) {
+    if (const auto process = FindLockHolder(device)) {
+        return PortHolder{*process, ProcessName(FolderOf(*process))};
+    }
     const auto number = DeviceNumber(device);
     std::error_code error;
     for (fs::directory_iterator folder("/proc", error), end; number && !error && folder != end;

@@ -7,7 +7,7 @@
 
 namespace burnwick {
 
-// A process that has a device open.
+// A process that has a device locked or open.
 struct PortHolder {
     pid_t Process;
     std::string Name;

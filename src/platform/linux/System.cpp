@@ -28,9 +28,10 @@ int ErrorOutputColumns() {
     return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
 }
 
-void SurviveBrokenPipes() {
+void SurviveFailedWrites() {
     // Ignoring cannot fail for a signal that exists.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 }
 
 }  // namespace burnwick

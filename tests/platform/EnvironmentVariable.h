@@ -1,31 +1,10 @@
 #pragma once
 
 #include <cstdlib>
-#include <filesystem>
 #include <optional>
 #include <string>
 
 namespace burnwick::test {
-
-// A new, empty folder that goes with its object.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        auto name = (std::filesystem::temp_directory_path() / "burnwick-test-XXXXXX").string();
-        Path_ = mkdtemp(name.data());
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(Path_, ignored);
-    }
-
-    const std::filesystem::path& Path() const { return Path_; }
-
-private:
-    std::filesystem::path Path_;
-};
 
 // A variable of the environment with another value, or none, until the object ends.
 class EnvironmentVariable {

@@ -230,7 +230,8 @@ std::string FlashRun::PortName() const {
 
 // The description names the device.
 std::string FlashRun::WordPortTrouble(const CommError& error) const {
-    return "COM" + std::to_string(Port_.Number) + " is not available. " + error.Description + ".";
+    const char* stop = error.Description.ends_with('?') ? "" : ".";
+    return "COM" + std::to_string(Port_.Number) + " is not available. " + error.Description + stop;
 }
 
 }  // namespace burnwick::cli

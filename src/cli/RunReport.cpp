@@ -27,9 +27,9 @@ const char* ResultName(ExitStatus status) {
         case Differences:
             return "verify-mismatch";
         case WrongUsage:
-            break;
+            break;  // never told as JSON: there was no run
     }
-    return "wrong-usage";
+    return "";
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ int Tell(Environment& environment, bool json, const RunReport& report) {
     if (!report.Error.empty()) {
         PrintError(environment.Err, report.Error);
     }
-    if (json) {
+    if (json && report.Status != WrongUsage) {
         const nlohmann::ordered_json object{
             {"result", ResultName(report.Status)},
             {"exitCode", static_cast<int>(report.Status)},

@@ -9,7 +9,7 @@ namespace burnwick::cli {
 
 namespace {
 
-// Blocks read for each chip. The smallest is read by half: its units keep their code in the first 64 KiB.
+// Blocks read for each chip. The smallest one's 256, not the 512 that halving would give, are deliberate.
 const std::map<std::string, int> Chips{{"1Mbit", 256}, {"2Mbit", 1024}, {"4Mbit", 2048}, {"8Mbit", 4096}};
 
 }  // namespace

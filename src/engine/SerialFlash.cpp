@@ -23,12 +23,16 @@ std::string LastSystemError() {
     return std::generic_category().message(errno);
 }
 
-// Reads `size` bytes; false when there are fewer, or the reading failed.
-bool ReadWhole(std::ifstream& file, std::uint64_t size, Bytes& into) {
+// Reads `size` bytes and appends them. Empty when all went well, else why not.
+std::string ReadWhole(std::ifstream& file, std::uint64_t size, Bytes& into) {
     const auto had = into.size();
     into.resize(had + size);
+    errno = 0;
     file.read(reinterpret_cast<char*>(into.data() + had), static_cast<std::streamsize>(size));
-    return static_cast<std::uint64_t>(file.gcount()) == size;
+    if (static_cast<std::uint64_t>(file.gcount()) == size) {
+        return {};
+    }
+    return errno == 0 ? "it became shorter while it was read" : LastSystemError();
 }
 
 }  // namespace
@@ -59,7 +63,7 @@ void SerialFlash::SetBaudRate(const std::string& baudRate) {
     Changed("BaudRate");
 }
 
-void SerialFlash::SetVersion(const std::string& /*version*/) {}
+void SerialFlash::SetVersion(const std::string& /*version*/) const {}
 
 void SerialFlash::Execute(Method method) {
     if (method == Method::Cancel) {
@@ -148,8 +152,12 @@ std::string SerialFlash::PrepareDownload() {
     }
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    if (!file || !ReadWhole(file, std::min<std::uint64_t>(size, ImageTypeWindow), Run_.Image)) {
+    if (!file) {
         return CannotAccess(LastSystemError());
+    }
+    const auto beginning = std::min<std::uint64_t>(size, ImageTypeWindow);
+    if (const auto trouble = ReadWhole(file, beginning, Run_.Image); !trouble.empty()) {
+        return CannotAccess(trouble);
     }
     Run_.ImageInfo = CheckImageType(size, Run_.Image);
     const bool anyLength = CarriesItsLength(Run_.ImageInfo);
@@ -158,8 +166,8 @@ std::string SerialFlash::PrepareDownload() {
     if (!(chipSized || anyLength) || blocks > std::numeric_limits<std::int16_t>::max()) {
         return invalidSize;
     }
-    if (!ReadWhole(file, size - Run_.Image.size(), Run_.Image)) {
-        return CannotAccess(LastSystemError());
+    if (const auto trouble = ReadWhole(file, size - beginning, Run_.Image); !trouble.empty()) {
+        return CannotAccess(trouble);
     }
     Run_.FileSize = size;
     Run_.TotalBlock = static_cast<int>(blocks);

@@ -64,13 +64,14 @@ public:
     // "9600", "57600" or "115200".
     const std::string& BaudRate() const { return BaudRate_; }
     void SetBaudRate(const std::string& baudRate);
-    // Assigning a version is accepted, and changes nothing.
-    static std::string Version() { return "1.19"; }
-    static void SetVersion(const std::string& version);
+    // The control's version number. Assigning one is accepted, and changes nothing.
+    const std::string& Version() const { return Version_; }
+    void SetVersion(const std::string& version) const;
     bool DebugEnabled() const { return DebugEnabled_; }
     void SetDebugEnabled(bool enabled) { DebugEnabled_ = enabled; }
 
-    // The persistent properties; one that has its default is not written.
+    // The persistent properties. One that is missing has its default; one that has its default is not
+    // written, and the version never is.
     void ReadProperties(const PropertyBag& bag);
     void WriteProperties(PropertyBag& bag) const;
 
@@ -163,6 +164,7 @@ private:
     std::string FileName_;
     std::int16_t UploadBlock_ = 0;
     std::string BaudRate_ = "57600";
+    std::string Version_ = "1.19";
     bool DebugEnabled_ = false;
 
     Method Method_ = Method::Download;

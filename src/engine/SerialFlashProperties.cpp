@@ -7,7 +7,8 @@ namespace burnwick {
 
 namespace {
 
-const SerialFlash::PropertyBag Defaults{{"CommPort", "1"}, {"BaudRate", "57600"}, {"DebugEnabled", "False"}};
+const SerialFlash::PropertyBag Defaults{
+    {"CommPort", "1"}, {"BaudRate", "57600"}, {"Version", "1.19"}, {"DebugEnabled", "False"}};
 
 const std::string& ValueOf(const SerialFlash::PropertyBag& bag, const std::string& key) {
     const auto found = bag.find(key);
@@ -16,12 +17,12 @@ const std::string& ValueOf(const SerialFlash::PropertyBag& bag, const std::strin
 
 }  // namespace
 
-// "Version" may stand in a bag; the link's version is its own.
 void SerialFlash::ReadProperties(const PropertyBag& bag) {
     const std::string& port = ValueOf(bag, "CommPort");
     CommPort_ = 1;
     std::from_chars(port.data(), port.data() + port.size(), CommPort_);
     BaudRate_ = ValueOf(bag, "BaudRate");
+    Version_ = ValueOf(bag, "Version");
     DebugEnabled_ = ValueOf(bag, "DebugEnabled") == "True";
 }
 

@@ -52,10 +52,11 @@ std::optional<PortChoice> ParsePortChoice(const std::string& text, const ReadSet
 
 std::string GetBaudRateSetting(const ReadSetting& read) {
     const std::string stored = read("COMPort", "BaudRate");
-    if (stored.empty() || stored.front() == '0') {
-        return "57600";
+    const char index = stored.empty() ? '0' : stored.front();
+    if (index == '1') {
+        return "115200";
     }
-    return stored.front() == '1' ? "115200" : "0";
+    return index >= '2' && index <= '9' ? "0" : "57600";
 }
 
 }  // namespace burnwick

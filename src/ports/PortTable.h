@@ -22,7 +22,8 @@ struct PortChoice {
 // Nothing when the text is neither. A number outside COM1 to COM16 is given as it stands, without a device.
 std::optional<PortChoice> ParsePortChoice(const std::string& text, const ReadSetting& read);
 
-// The speed text for the stored index: "57600" for "0" and for an empty text, "115200" for "1", else "0".
+// The speed text for the stored index, of which the first character counts: "57600" for 0, and for what is no
+// number; "115200" for 1; "0" for any other.
 std::string GetBaudRateSetting(const ReadSetting& read);
 
 }  // namespace burnwick

@@ -1,7 +1,6 @@
 #include "ports/modFindCOMPorts.h"
 
 #include <cstdlib>
-#include <functional>
 
 #include "platform/SystemPorts.h"
 
@@ -9,57 +8,62 @@ namespace burnwick::modFindCOMPorts {
 
 namespace {
 
-using Visit = std::function<void(int port, const CommResult& error)>;
-
-// Opens and closes each port in turn.
-void ProbeAll(MSComm& control, const Visit& visit) {
-    const int remembered = control.CommPort();
-    if (control.PortOpen()) {
+CommResult TryPort(MSComm& control, int port) {
+    control.SetCommPort(port);
+    CommResult error = control.SetPortOpen(true);
+    if (!error) {
         control.SetPortOpen(false);
     }
-    for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
-        control.SetCommPort(port);
-        const CommResult error = control.SetPortOpen(true);
-        if (!error) {
-            control.SetPortOpen(false);
-        }
-        visit(port, error);
-    }
-    control.SetCommPort(remembered);
+    return error;
 }
+
+// Closes the control, and puts it back on its port at the end.
+class Probing {
+public:
+    explicit Probing(MSComm& control) : Control_(control), Remembered_(control.CommPort()) {
+        if (Control_.PortOpen()) {
+            Control_.SetPortOpen(false);
+        }
+    }
+    Probing(const Probing&) = delete;
+    Probing& operator=(const Probing&) = delete;
+    ~Probing() { Control_.SetCommPort(Remembered_); }
+
+private:
+    MSComm& Control_;
+    int Remembered_;
+};
 
 }  // namespace
 
-std::vector<int> FindCOMPorts(MSComm& control) {
-    std::vector<int> found;
-    ProbeAll(control, [&](int port, const CommResult& error) {
-        if (!error) {
-            found.push_back(port);
-        }
-    });
-    return found;
-}
-
 std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read) {
+    const Probing probing(control);
     std::vector<FoundPort> found;
-    ProbeAll(control, [&](int port, const CommResult& error) {
+    for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
         const std::string device = DeviceOf(port, read);
+        const CommResult error = TryPort(control, port);
         if (!error || DevicePresent(device)) {
             found.push_back({port, device, DescribeDevice(device), !error, error ? error->Description : ""});
         }
-    });
+    }
     return found;
 }
 
 int ChooseStartupPort(MSComm& control, const ReadSetting& read) {
+    const Probing probing(control);
     const std::string stored = read("COMPort", "COM");
-    if (stored.empty()) {
-        const auto found = FindCOMPorts(control);
-        return found.empty() ? MSComm::FirstPort : found.front();
+    if (!stored.empty()) {
+        const long number = std::strtol(stored.c_str(), nullptr, 10);
+        const bool exists = number >= MSComm::FirstPort && number <= MSComm::LastPort;
+        return exists ? static_cast<int>(number) : control.CommPort();
     }
-    const long number = std::strtol(stored.c_str(), nullptr, 10);
-    return number >= MSComm::FirstPort && number <= MSComm::LastPort ? static_cast<int>(number)
-                                                                     : MSComm::FirstPort;
+    const int before = control.CommPort();
+    for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
+        if (!TryPort(control, port)) {
+            return port;
+        }
+    }
+    return before;
 }
 
 }  // namespace burnwick::modFindCOMPorts

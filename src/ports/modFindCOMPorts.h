@@ -9,9 +9,6 @@
 // Finds the machine's COM ports by opening each.
 namespace burnwick::modFindCOMPorts {
 
-// The ports from COM1 to COM16 that open, in ascending order. Leaves the control closed, on the port it had.
-std::vector<int> FindCOMPorts(MSComm& control);
-
 // A port that is there, usable or not.
 struct FoundPort {
     int Number;
@@ -21,10 +18,12 @@ struct FoundPort {
     std::string Trouble;  // why it is not usable
 };
 
-// Every port whose device is present. Leaves the control as FindCOMPorts does.
+// Every port from COM1 to COM16 whose device is present, in ascending order. Leaves the control closed, on
+// the port it had.
 std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read);
 
-// The port that the settings name; else the first that opens; else COM1.
+// The port that the settings name; when they name none, the first that opens; else the one that the control
+// has. Leaves the control closed.
 int ChooseStartupPort(MSComm& control, const ReadSetting& read);
 
 }  // namespace burnwick::modFindCOMPorts

@@ -1,9 +1,11 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <grp.h>
 #include <pty.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <filesystem>
 #include <thread>
@@ -17,9 +19,7 @@ namespace {
 
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::Not;
-using ::testing::SizeIs;
 using ::testing::StartsWith;
 
 namespace fs = std::filesystem;
@@ -37,8 +37,8 @@ termios LineSettingsOf(const std::string& line) {
 // The command line as its users run it: a process of its own, a real terminal line, real signals.
 class CliProgram : public ::testing::Test {
 protected:
-    CliProgram() { setenv("BURNWICK_HOME", (Folder / "home").c_str(), 1); }
-    ~CliProgram() override { unsetenv("BURNWICK_HOME"); }
+    void SetUp() override { setenv("BURNWICK_HOME", (Folder / "home").c_str(), 1); }
+    void TearDown() override { unsetenv("BURNWICK_HOME"); }
 
     static std::vector<std::string> Cli(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), BURNWICK_CLI);
@@ -136,8 +136,8 @@ TEST_F(CliProgram, LeavesNoUploadBehindWhenTheLineIsPulledOut) {
 TEST_F(CliProgram, GoesOnWhenNobodyReadsWhatItPrints) {
     const UnitProgram unit({"--size", "262144"});
     Program run(Download(unit), [] {
-        int ends[2];
-        if (pipe(ends) == 0) {
+        std::array<int, 2> ends{};
+        if (pipe(ends.data()) == 0) {
             dup2(ends[1], STDOUT_FILENO);
             dup2(ends[1], STDERR_FILENO);
             close(ends[0]);
@@ -185,9 +185,10 @@ TEST_F(CliProgram, EndsWith5ForAPortThatIsNotPermitted) {
     const UnitProgram unit;
     Folder.Write("image.bin", AnyBytes(65'536));
     const fs::path device = fs::canonical(unit.Line());
+    fs::permissions(device, static_cast<fs::perms>(0660));
     // Links in a sticky folder are followed for their owner only.
     Program run(Cli({"download", Folder / "image.bin", "--port", device.string()}), [] {
-        if (geteuid() == 0 && setuid(65'534) != 0) {
+        if (geteuid() == 0 && (setgroups(0, nullptr) != 0 || setgid(65'534) != 0 || setuid(65'534) != 0)) {
             _exit(126);
         }
     });

@@ -199,7 +199,7 @@ TEST_F(DownloadVerb, EndsWith6ForAnUnreadableFile) {
 }
 
 TEST_F(DownloadVerb, EndsWith6ForAnEmptyTooShortTooLongOrWronglySizedFile) {
-    for (const std::size_t size : {0, 100, 65'535, 100'000, 2'000'000}) {
+    for (const std::size_t size : std::initializer_list<std::size_t>{0, 100, 65'535, 100'000, 2'000'000}) {
         ExpectRefusal(6, {"download", Image(size), "--port", "COM2"}, "Invalid file size.");
         EXPECT_THAT(ErrLines(), SizeIs(1));
     }

@@ -104,7 +104,8 @@ TEST_F(Download, CarriesTheBlockNumberAbove255) {
 
 TEST_F(Download, OfAnyOtherLengthIsRefused) {
     OpensTheLink = false;
-    for (const std::size_t size : {0, 1, 255, 256, 65'535, 65'537, 131'072, 262'143, 524'289, 1'048'577}) {
+    for (const std::size_t size : std::initializer_list<std::size_t>{0, 1, 255, 256, 65'535, 65'537, 131'072,
+                                                                     262'143, 524'289, 1'048'577}) {
         Events = {};
         RunDownload(AnyBytes(size));
         EXPECT_THAT(Events.Messages, ElementsAre("Error: Invalid file size.")) << size;

@@ -41,7 +41,7 @@ TEST_F(Properties, HaveTheirDefaults) {
 }
 
 TEST_F(Properties, KeepTheVersionWhateverIsAssigned) {
-    SerialFlash::SetVersion("2.00");
+    Flash.SetVersion("2.00");
     EXPECT_EQ(Flash.Version(), "1.19");
 }
 
@@ -53,7 +53,7 @@ TEST_F(Properties, TellWhenTheyChangeExceptForDebugEnabled) {
     Flash.SetUploadBlock(256);
     Flash.SetBaudRate("9600");
     Flash.SetDebugEnabled(true);
-    SerialFlash::SetVersion("2.00");
+    Flash.SetVersion("2.00");
     EXPECT_THAT(changed, ElementsAre("CommPort", "FileName", "UploadBlock", "BaudRate"));
 }
 
@@ -71,12 +71,13 @@ TEST_F(Properties, AreWrittenWhereTheyDifferFromTheirDefaults) {
 }
 
 TEST_F(Properties, AreReadWithTheirDefaultsForWhatIsMissing) {
-    Flash.ReadProperties({{"CommPort", "7"}, {"Version", "9.99"}, {"DebugEnabled", "True"}});
+    Flash.ReadProperties({{"CommPort", "7"}, {"Version", "1.20"}, {"DebugEnabled", "True"}});
     EXPECT_EQ(Flash.CommPort(), 7);
     EXPECT_EQ(Flash.BaudRate(), "57600");
     EXPECT_TRUE(Flash.DebugEnabled());
-    EXPECT_EQ(Flash.Version(), "1.19");
+    EXPECT_EQ(Flash.Version(), "1.20");
     Flash.ReadProperties({});
+    EXPECT_EQ(Flash.Version(), "1.19");
     EXPECT_EQ(Flash.CommPort(), 1);
     EXPECT_FALSE(Flash.DebugEnabled());
 }

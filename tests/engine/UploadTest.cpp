@@ -239,7 +239,7 @@ TEST_F(Upload, OntoAFullDiskSaysSoAndLeavesNoFile) {
     AgreesOn(UploadMode, Speed57600);
     Unit.GivesBlocks(0, 4);
     {
-        const FullDisk disk(3 * 256);
+        const FullDisk disk(768);
         RunUpload(10);
     }
     EXPECT_EQ(Events.Messages.back(), "Error: Cannot write to " + UploadPath() + " (File too large).");

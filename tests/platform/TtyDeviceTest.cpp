@@ -238,12 +238,26 @@ TEST_F(TtyDeviceTest, AMissingFileIsNotMade) {
 
 TEST_F(TtyDeviceTest, AMissingPermissionNamesTheGroupToJoin) {
     const auto user = geteuid();
-    ASSERT_EQ(chmod(Pty_.Path().c_str(), user == 0 ? 0600 : 0), 0);
+    // As its owner, who is kept out though the group may use it; as root, in somebody else's place, the group
+    // being one that nobody here is in.
+    constexpr gid_t anyGroup = 20;
+    ASSERT_EQ(user == 0 ? chown(Pty_.Path().c_str(), user, anyGroup) : 0, 0);
+    ASSERT_EQ(chmod(Pty_.Path().c_str(), 0060), 0);
     ASSERT_EQ(seteuid(user == 0 ? 65534 : user), 0);
     const auto error = Failure(Pty_.Path());
     ASSERT_EQ(seteuid(user), 0);
     EXPECT_EQ(error.Number, CommErrorNumber::NotPermitted);
     EXPECT_THAT(error.Description, HasSubstr("permission denied: add yourself to the group that owns it ("));
+}
+
+TEST_F(TtyDeviceTest, AMissingPermissionThatNoGroupHasSaysSo) {
+    const auto user = geteuid();
+    ASSERT_EQ(chmod(Pty_.Path().c_str(), user == 0 ? 0600 : 0), 0);
+    ASSERT_EQ(seteuid(user == 0 ? 65534 : user), 0);
+    const auto error = Failure(Pty_.Path());
+    ASSERT_EQ(seteuid(user), 0);
+    EXPECT_EQ(error.Number, CommErrorNumber::NotPermitted);
+    EXPECT_THAT(error.Description, HasSubstr("permission denied: only its owner may use it"));
 }
 
 TEST_F(TtyDeviceTest, AHangUpIsToldAndStays) {

@@ -1,6 +1,7 @@
 #include "support/Dialogue.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 
 #include "support/Hex.h"
@@ -14,10 +15,10 @@ bool StartsWith(const Bytes& frame, const Bytes& beginning) {
 }
 
 std::string BlockBeginning(int number) {
-    char text[16];
-    std::snprintf(text, sizeof text, "FF AA 03 %02X %02X", static_cast<unsigned>(number) & 0xFF,
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "FF AA 03 %02X %02X", static_cast<unsigned>(number) & 0xFF,
                   static_cast<unsigned>(number) >> 8 & 0xFF);
-    return text;
+    return text.data();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "support/Hex.h"
 
+#include <array>
 #include <cstdio>
 #include <sstream>
 
@@ -17,9 +18,10 @@ Bytes FromHex(std::string_view text) {
 std::string ToHex(const Bytes& bytes) {
     std::string text;
     for (const std::byte value : bytes) {
-        char digits[4];
-        std::snprintf(digits, sizeof digits, "%02X", std::to_integer<unsigned>(value));
-        text += (text.empty() ? "" : " ") + std::string(digits);
+        std::array<char, 4> digits{};
+        std::snprintf(digits.data(), digits.size(), "%02X", std::to_integer<unsigned>(value));
+        text += text.empty() ? "" : " ";
+        text += digits.data();
     }
     return text;
 }

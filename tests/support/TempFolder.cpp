@@ -24,7 +24,7 @@ TempFolder::~TempFolder() {
 }
 
 std::string TempFolder::Write(std::string_view name, const Bytes& content) const {
-    const std::string path = *this / name;
+    std::string path = *this / name;
     std::ofstream file(path, std::ios::binary);
     file.write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
     if (!file.flush()) {

@@ -28,8 +28,8 @@ void VirtualLoop::Yield(Microseconds atMost) {
     if (Time_ > EndOfTime) {
         throw std::runtime_error("a wait does not end");
     }
-    for (std::size_t i = 0; i < Sources_.size(); ++i) {
-        Sources_[i].second.Happen();
+    for (const auto& [owner, source] : Sources_) {
+        source.Happen();
     }
     RunDueActions();
     Timers_.TickDue();

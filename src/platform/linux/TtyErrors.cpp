@@ -13,23 +13,23 @@ namespace burnwick {
 
 namespace {
 
-// The group that owns the file; its number when it has no name, empty when the file cannot be looked at.
-std::string OwningGroup(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return {};
-    }
+std::string GroupName(gid_t number) {
     group entry{};
     group* found = nullptr;
     std::array<char, 16384> room{};
-    getgrgid_r(status.st_gid, &entry, room.data(), room.size(), &found);
-    return found != nullptr ? found->gr_name : std::to_string(status.st_gid);
+    getgrgid_r(number, &entry, room.data(), room.size(), &found);
+    return found != nullptr ? found->gr_name : std::to_string(number);
 }
 
 CommError NotPermittedError(const std::string& path) {
-    const auto owner = OwningGroup(path);
-    const auto remedy = owner.empty() ? "its folder is closed to this user"
-                                      : "add yourself to the group that owns it (" + owner + ")";
+    constexpr mode_t groupMayUseIt = S_IRGRP | S_IWGRP;
+    struct stat status {};
+    std::string remedy = "its folder is closed to this user";
+    if (stat(path.c_str(), &status) == 0) {
+        remedy = (status.st_mode & groupMayUseIt) == groupMayUseIt
+                     ? "add yourself to the group that owns it (" + GroupName(status.st_gid) + ")"
+                     : "only its owner may use it, so choose another port or have its permissions changed";
+    }
     return {CommErrorNumber::NotPermitted, path + ": permission denied: " + remedy};
 }
 

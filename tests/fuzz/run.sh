@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Runs each fuzz target for so many seconds: run.sh SECONDS [BUILD_DIR]. Prints a line a target; ends with 1 when
+# something was found, and leaves the input that shows it.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+
+if [[ ! ${1:-} =~ ^[1-9][0-9]*$ ]]; then
+    echo "usage: $0 SECONDS [BUILD_DIR]" >&2
+    exit 64
+fi
+seconds=$1
+build=${2:-$root/build/fuzz}
+
+# In memory where there is some: the targets write a file for each input.
+if [ -d /dev/shm ] && [ -w /dev/shm ]; then
+    scratch=$(mktemp -d -p /dev/shm burnwick-fuzz-XXXXXX)
+else
+    scratch=$(mktemp -d)
+fi
+trap 'rm -rf "$scratch"' EXIT
+findings=$(mktemp -d "${TMPDIR:-/tmp}/burnwick-findings-XXXXXX")
+
+# runs LOG: how many inputs a target has tried.
+runs() {
+    sed -n 's/^stat::number_of_executed_units: *//p' "$1"
+}
+
+# fuzz TARGET: false when something was found.
+fuzz() {
+    local target=$1 corpus=$scratch/corpus-$1 log=$findings/$1.log
+    mkdir -p "$corpus" "$scratch/tmp"
+    cp -R "$root/tests/fuzz/seeds/$target/." "$corpus"
+    if TMPDIR=$scratch/tmp "$build/bin/$target" "$corpus" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
+        -print_final_stats=1 -artifact_prefix="$findings/$target-" >"$log" 2>&1; then
+        echo "$target: $seconds s, $(runs "$log") runs, nothing found"
+        rm -f "$log"
+        return
+    fi
+    echo "$target: found something"
+    find "$findings" -name "$target*" | sort
+    tail -n 40 "$log" >&2
+    return 1
+}
+
+status=0
+for seeds in "$root"/tests/fuzz/seeds/fuzz_*/; do
+    fuzz "$(basename "$seeds")" || status=1
+done
+for program in "$build"/bin/fuzz_*; do
+    if [ ! -d "$root/tests/fuzz/seeds/$(basename "$program")" ]; then
+        echo "$(basename "$program"): has no seeds" >&2
+        status=1
+    fi
+done
+rmdir "$findings" 2>/dev/null || true
+exit "$status"

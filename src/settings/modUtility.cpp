@@ -6,7 +6,7 @@
 #include <SimpleIni.h>
 
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace burnwick::modUtility {
 
@@ -26,10 +26,11 @@ void SetIniPath(const std::filesystem::path& path) {
 }
 
 std::string ReadIniValue(const std::string& section, const std::string& key) {
-    std::ifstream file(IniPath(), std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    // Reading through the stream, not its buffer: a folder in the file's place would throw there.
+    std::ostringstream text;
+    text << std::ifstream(IniPath(), std::ios::binary).rdbuf();
     CSimpleIniA ini;
-    if (ini.LoadData(text) < 0) {
+    if (ini.LoadData(text.str()) < 0) {
         return {};
     }
     return std::string(ini.GetValue(section.c_str(), key.c_str(), "")).substr(0, LongestValue);

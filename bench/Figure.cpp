@@ -44,7 +44,7 @@ bool AllWithin(const Figures& figures) {
 }
 
 void PrintTable(std::ostream& out, const Figures& figures) {
-    std::vector<std::array<std::string, 4>> rows = {{"figure", "measured", "limit", ""}};
+    std::vector<std::array<std::string, 4>> rows = {{"figure", "measured", "limit", "verdict"}};
     for (const auto& figure : figures) {
         rows.push_back({figure.Name, figure.Measured, figure.Limit, Verdict(figure)});
     }
@@ -56,9 +56,11 @@ void PrintTable(std::ostream& out, const Figures& figures) {
     }
     for (const auto& [name, measured, limit, verdict] : rows) {
         out << std::left << std::setw(static_cast<int>(widths[0])) << name << "  " << std::right
-            << std::setw(static_cast<int>(widths[1])) << measured << "  "
-            << std::setw(static_cast<int>(widths[2])) << limit << (verdict.empty() ? "" : "  ") << verdict
-            << '\n';
+            << std::setw(static_cast<int>(widths[1])) << measured;
+        if (!limit.empty()) {
+            out << "  " << std::setw(static_cast<int>(widths[2])) << limit << "  " << verdict;
+        }
+        out << '\n';
     }
 }
 

@@ -21,7 +21,7 @@ void TakeFaults(Input& input, simulator::UnitOptions& options) {
     const auto names = simulator::FaultNames();
     const auto count = input.TakeByte() % (mostFaults + 1);
     for (unsigned i = 0; i < count; ++i) {
-        const std::string name = names.at(input.TakeByte() % names.size());
+        const std::string& name = names.at(input.TakeByte() % names.size());
         const unsigned place = input.TakeByte() % (setUp + 1);
         const auto order =
             simulator::ParseFaultOrder(place == setUp ? name : name + "@" + std::to_string(place));
@@ -71,9 +71,9 @@ Bytes TakeMessage(Input& input) {
 }
 
 // The unit at its line, and a host that does what the input says.
-class Session {
+class HostAndUnit {
 public:
-    Session(simulator::UnitOptions options, bool paced)
+    HostAndUnit(simulator::UnitOptions options, bool paced)
         : FlashSize_(options.Flash.size()), Unit_(std::move(options)), Line_(Unit_, paced) {}
 
     void Write(const Bytes& bytes) {
@@ -129,23 +129,23 @@ private:
     unsigned Baud_ = Speeds.front();
 };
 
-void Act(Session& session, Input& input) {
+void Act(HostAndUnit& both, Input& input) {
     const unsigned tag = input.TakeByte();
     switch (tag % 8) {
         case 0:
-            session.SetBaud(Speeds.at(input.TakeByte() % Speeds.size()));
+            both.SetBaud(Speeds.at(input.TakeByte() % Speeds.size()));
             break;
         case 1:
-            session.Wait(std::chrono::milliseconds(input.TakeNumber(2)));
+            both.Wait(std::chrono::milliseconds(input.TakeNumber(2)));
             break;
         case 2:
-            session.Sleep(std::chrono::microseconds(input.TakeNumber(3)));
+            both.Sleep(std::chrono::microseconds(input.TakeNumber(3)));
             break;
         case 3:
-            session.Wait(200ms);
+            both.Wait(200ms);
             break;
         default:
-            session.Write(TakeMessage(input));
+            both.Write(TakeMessage(input));
             break;
     }
 }
@@ -159,10 +159,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Input input(data, size);
     auto options = TakeOptions(input);
     const bool paced = input.TakeByte() % 2 != 0;
-    Session session(std::move(options), paced);
+    HostAndUnit both(std::move(options), paced);
     while (!input.IsEmpty()) {
-        Act(session, input);
+        Act(both, input);
     }
-    session.WaitUntilQuiet();
+    both.WaitUntilQuiet();
     return 0;
 }

@@ -29,7 +29,7 @@ runs() {
 fuzz() {
     local target=$1 corpus=$scratch/corpus-$1 log=$findings/$1.log
     mkdir -p "$corpus" "$scratch/tmp"
-    cp -R "$root/tests/fuzz/seeds/$target/." "$corpus"
+    cp "$root/tests/fuzz/seeds/$target"/* "$corpus"
     if TMPDIR=$scratch/tmp "$build/bin/$target" "$corpus" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$findings/$target-" >"$log" 2>&1; then
         echo "$target: $seconds s, $(runs "$log") runs, nothing found"
@@ -43,14 +43,13 @@ fuzz() {
 }
 
 status=0
-for seeds in "$root"/tests/fuzz/seeds/fuzz_*/; do
-    fuzz "$(basename "$seeds")" || status=1
-done
 for program in "$build"/bin/fuzz_*; do
-    if [ ! -d "$root/tests/fuzz/seeds/$(basename "$program")" ]; then
-        echo "$(basename "$program"): has no seeds" >&2
+    if [ ! -x "$program" ]; then
+        echo "No fuzz targets in $build/bin: build them first." >&2
         status=1
+        break
     fi
+    fuzz "$(basename "$program")" || status=1
 done
 rmdir "$findings" 2>/dev/null || true
 exit "$status"

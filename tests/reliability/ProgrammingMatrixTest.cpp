@@ -21,9 +21,7 @@ void ProgramEverything(Tally& tally) {
     for (const Kind& kind : {ImageOfOddLength(), AnnouncedImage()}) {
         RunCases(kind, "115200", false, Troubles(AllPlaces(kind.Blocks)), tally);
     }
-    const Kind unmarked = UnmarkedImage();
-    RunCases(unmarked, "115200", false, Troubles(AllPlaces(unmarked.Blocks)), tally);
-    for (const Kind& kind : {ImageOfType2(), ImageWithIdentity()}) {
+    for (const Kind& kind : {UnmarkedImage(), ImageOfType2(), ImageWithIdentity()}) {
         RunCases(kind, "115200", false, Troubles(FewPlaces(kind.Blocks)), tally);
     }
 }

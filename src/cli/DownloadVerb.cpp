@@ -1,5 +1,7 @@
 #include "cli/DownloadVerb.h"
 
+#include <CLI/CLI.hpp>
+
 namespace burnwick::cli {
 
 CLI::App& DownloadVerb::AddTo(CLI::App& app) {

@@ -1,27 +1,17 @@
 #pragma once
 
-#include <CLI/App.hpp>
 #include <chrono>
 #include <optional>
 #include <string>
 
 #include "cli/Environment.h"
 #include "cli/ProgressLine.h"
+#include "cli/RunOptions.h"
 #include "cli/RunReport.h"
 #include "engine/SerialFlash.h"
 #include "ports/PortTable.h"
 
 namespace burnwick::cli {
-
-// The options of every verb that makes a run.
-struct RunOptions {
-    std::string Port;  // as the user names it; empty: as the settings say
-    std::string Baud;  // "9600", "57600" or "115200"; empty: as the settings say
-    bool Quiet = false;
-    bool Json = false;
-
-    void AddTo(CLI::App& verb);
-};
 
 // One run of the link on the command line: chooses the port, tells what happens while it happens, lets Ctrl+C
 // cancel it, and words what came of it.

@@ -1,5 +1,6 @@
 #include "cli/PortsVerb.h"
 
+#include <CLI/CLI.hpp>
 #include <iomanip>
 #include <nlohmann/json.hpp>
 

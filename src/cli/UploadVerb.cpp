@@ -1,5 +1,6 @@
 #include "cli/UploadVerb.h"
 
+#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <map>
 

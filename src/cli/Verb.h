@@ -1,10 +1,13 @@
 #pragma once
 
-#include <CLI/App.hpp>
 #include <string>
 
 #include "cli/Environment.h"
 #include "cli/ExitStatus.h"
+
+namespace CLI {
+class App;
+}
 
 namespace burnwick::cli {
 

@@ -123,7 +123,7 @@ TEST_F(Download, OfType4MayHaveAnyLengthAndPadsItsLastBlock) {
     RunDownload(image);
     const auto blocks = SentBlocks();
     ASSERT_THAT(blocks, SizeIs(1172));
-    Bytes last(image.begin() + 1171 * 256, image.end());
+    Bytes last(image.begin() + 299'776, image.end());
     ASSERT_THAT(last, SizeIs(224));
     last.resize(256);
     EXPECT_EQ(DataOf(blocks.back()), last);

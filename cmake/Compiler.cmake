@@ -16,7 +16,7 @@ target_compile_options(burnwick_warnings INTERFACE
 target_compile_options(burnwick_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(BURNWICK_SANITIZERS)
   target_compile_options(burnwick_warnings INTERFACE
-    -fsanitize=${BURNWICK_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    -fsanitize=${BURNWICK_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   target_link_options(burnwick_warnings INTERFACE -fsanitize=${BURNWICK_SANITIZERS})
 endif()
 if(BURNWICK_FUZZ)

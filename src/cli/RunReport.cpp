@@ -46,7 +46,7 @@ int Tell(Environment& environment, bool json, const RunReport& report) {
         const nlohmann::ordered_json object{
             {"result", ResultName(report.Status)},
             {"exitCode", static_cast<int>(report.Status)},
-            {"port", "COM" + std::to_string(report.Port)},
+            {"port", report.Port == 0 ? "" : "COM" + std::to_string(report.Port)},
             {"baud", report.Baud},
             {"blocks", report.Blocks},
             {"totalBlocks", report.TotalBlocks},

@@ -12,7 +12,7 @@ namespace burnwick::cli {
 struct RunReport {
     ExitStatus Status = Done;
     std::string Error;  // one line for the user; empty when all went well
-    int Port = 0;       // COM number
+    int Port = 0;       // COM number; 0 when the run ended before one was chosen
     int Baud = 0;       // bit/s that the link reached; 0 when it never came to a contact
     int Blocks = 0;     // sent or asked for
     int TotalBlocks = 0;

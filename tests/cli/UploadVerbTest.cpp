@@ -47,6 +47,13 @@ TEST_F(UploadVerb, EndsWith6AndLosesNothingWhenTheFileExists) {
     EXPECT_EQ(Unit->Journal().Probes, 0);
 }
 
+TEST_F(UploadVerb, TellsARefusalAsJsonToo) {
+    Folder.Write("file.bin", AnyBytes(10));
+    EXPECT_EQ(Run({"upload", File(), "--port", "COM2", "--chip", "2Mbit", "--json"}), 6);
+    EXPECT_EQ(Json()["result"], "file-error");
+    EXPECT_EQ(Json()["port"], "");
+}
+
 TEST_F(UploadVerb, ReplacesAFileWhenForced) {
     Connect(UnitOfSize(262'144));
     Folder.Write("file.bin", AnyBytes(10));

@@ -9,9 +9,12 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
 
+constexpr auto CallsItselfI = "00 00 49 00 FF AA 05 00";
+constexpr auto CallsItselfBrace = "00 00 7B 00 FF AA 05 00";
+constexpr auto CallsItselfQuote = "00 00 22 00 FF AA 05 00";
 constexpr auto TooFast = "The unit doesn't support 115200bps.";
 
-// No marker, any speed, one block of 256 fewer than the smallest chip would be too short: 256 KiB.
+// No marker, any speed.
 Bytes UnmarkedImage() {
     return AnyBytes(262'144);
 }
@@ -45,7 +48,6 @@ Bytes Type3Image(unsigned char subModel) {
 class Handshake : public LinkTest {
 protected:
     void SetUp() override {
-        Loop.At(0us, [] {});
         const auto record = Flash.Message;
         Flash.Message = [this, record](const std::string& text) {
             record(text);
@@ -53,6 +55,12 @@ protected:
                 Flash.Execute(Method::Cancel);
             }
         };
+    }
+
+    // The unit's side up to its answer to what it is.
+    void AgreesAndCallsItself(const char* identity) {
+        AgreesOn(ProgramMode, Speed57600);
+        Unit.Hears(Identify).Says(identity);
     }
 
     std::string Contact() const {
@@ -222,20 +230,14 @@ TEST_F(Handshake, NeverProbesForType343) {
 }
 
 TEST_F(Handshake, AsksForTheIdentityOnceAndAcceptsAnIForType4) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
-    Unit.Hears(Identify).Says("00 00 49 00 FF AA 05 00");
+    AgreesAndCallsItself(CallsItselfI);
     RunDownload(Type4Image());
     EXPECT_THAT(SentCommands(), ElementsAre(Probe, ProgramMode, Speed57600, Identify, Finish));
     EXPECT_EQ(Contact(), "Contact established at 57600bps.");
 }
 
 TEST_F(Handshake, RefusesType4WithoutAnI) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
-    Unit.Hears(Identify).Says("00 00 7B 00 FF AA 05 00");
+    AgreesAndCallsItself(CallsItselfBrace);
     RunDownload(Type4Image());
     EXPECT_THAT(
         Events.Messages,
@@ -248,7 +250,7 @@ TEST_F(Handshake, RemembersAnIdentityGivenBeforeTheSpeedWasSettled) {
     Unit.Hears(Probe).Says(Ready);
     Unit.Hears(ProgramMode);
     Unit.Hears(Speed115200).Says(Ready);
-    Unit.Hears(Identify).Says("00 00 49 00 FF AA 05 00");
+    Unit.Hears(Identify).Says(CallsItselfI);
     Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
     RunDownload(Type4Image());
     EXPECT_THAT(SentCommands(), ElementsAre(Probe, ProgramMode, Speed115200, Identify, Speed57600, Finish));
@@ -256,9 +258,7 @@ TEST_F(Handshake, RemembersAnIdentityGivenBeforeTheSpeedWasSettled) {
 }
 
 TEST_F(Handshake, SeesAnIdentityThatComesByteByByteWhole) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
+    AgreesOn(ProgramMode, Speed57600);
     Unit.Hears(Identify)
         .Says("00")
         .Says(170us, "00")
@@ -273,46 +273,31 @@ TEST_F(Handshake, SeesAnIdentityThatComesByteByByteWhole) {
 }
 
 TEST_F(Handshake, OfOneMebibyteOfFamily1NeedsABrace) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
-    Unit.Hears(Identify).Says("00 00 7B 00 FF AA 05 00");
+    AgreesAndCallsItself(CallsItselfBrace);
     RunDownload(ImageWith(1'048'576, 0x10000, {0x02, 0x00, 0x9E, 0x02}));
     EXPECT_EQ(Contact(), "Contact established at 57600bps.");
 }
 
 TEST_F(Handshake, RefusesOneMebibyteOfFamily1WithoutABrace) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
-    Unit.Hears(Identify).Says(Ready);
+    AgreesAndCallsItself(Ready);
     RunDownload(ImageWith(1'048'576, 0x10000, {0x02, 0x00, 0x9E, 0x02}));
     EXPECT_EQ(Events.Messages.back(), "The software is not compatible.");
 }
 
 TEST_F(Handshake, OfType3FromSubModel30OnNeedsAQuote) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
-    Unit.Hears(Identify).Says("00 00 22 00 FF AA 05 00");
+    AgreesAndCallsItself(CallsItselfQuote);
     RunDownload(Type3Image(30));
     EXPECT_EQ(Contact(), "Contact established at 57600bps.");
 }
 
 TEST_F(Handshake, RefusesType3BelowSubModel30WithAQuote) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
-    Unit.Hears(Identify).Says("00 00 22 00 FF AA 05 00");
+    AgreesAndCallsItself(CallsItselfQuote);
     RunDownload(Type3Image(29));
     EXPECT_EQ(Events.Messages.back(), "The software is not compatible.");
 }
 
 TEST_F(Handshake, OfType3BelowSubModel30TakesAnythingButAQuote) {
-    Unit.Hears(Probe).Says(Ready);
-    Unit.Hears(ProgramMode);
-    Unit.Hears(Speed57600).Says(Acknowledge).Says(100ms, Ready);
-    Unit.Hears(Identify).Says(Ready);
+    AgreesAndCallsItself(Ready);
     RunDownload(Type3Image(29));
     EXPECT_EQ(Contact(), "Contact established at 57600bps.");
 }

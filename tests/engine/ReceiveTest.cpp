@@ -76,6 +76,14 @@ TEST_F(Receive, TakesAnAnswerAtOnceWhileBlocksMove) {
     EXPECT_EQ(Unit.Sent()[Unit.Sent().size() - 2].At - first, 255 * Dialogue::UsualDelay);
 }
 
+TEST_F(Receive, FindsTheTransmitCountAtZeroAfterEachMessage) {
+    Unit.Hears("FF AA 03 01 00").Says(Acknowledge);
+    std::size_t counted = 0;
+    Flash.Progress = [&](int /*block*/, int /*total*/) { counted += Port.OutBufferCount(); };
+    RestGoesWell();
+    EXPECT_EQ(counted, 0U);
+}
+
 TEST_F(Receive, WritesEachMessageWithOneCall) {
     Unit.Hears("FF AA 03 01 00").Says(Acknowledge);
     RestGoesWell();

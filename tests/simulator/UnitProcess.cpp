@@ -2,26 +2,14 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <termios.h>
+#include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <stdexcept>
-#include <thread>
 
 namespace simulator {
-
-struct Pipe {
-    Pipe() {
-        if (pipe2(Ends.data(), O_CLOEXEC) != 0) {
-            throw std::runtime_error("no pipe");
-        }
-    }
-    std::array<int, 2> Ends{};
-};
 
 namespace {
 
@@ -42,80 +30,37 @@ bool ReadByte(int descriptor, Clock::time_point deadline, char& value) {
     return false;
 }
 
-pid_t Spawn(const std::vector<std::string>& arguments, const Pipe& output, const Pipe& errors) {
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, output.Ends[1], STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, errors.Ends[1], STDERR_FILENO);
-    std::vector<std::string> texts = {BURNWICK_UNIT};
-    texts.insert(texts.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (auto& text : texts) {
-        pointers.push_back(text.data());
+std::vector<std::string> WithProgram(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), BURNWICK_UNIT);
+    return arguments;
+}
+
+// The whole lines of a text.
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t begin = 0;
+    for (auto end = text.find('\n'); end != std::string::npos; end = text.find('\n', begin)) {
+        lines.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
     }
-    pointers.push_back(nullptr);
-    pid_t process = -1;
-    const int error = posix_spawn(&process, BURNWICK_UNIT, &actions, nullptr, pointers.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    close(output.Ends[1]);
-    close(errors.Ends[1]);
-    if (error != 0) {
-        throw std::runtime_error("cannot start " BURNWICK_UNIT);
-    }
-    return process;
+    return lines;
 }
 
 }  // namespace
 
-UnitProcess::UnitProcess(const std::vector<std::string>& arguments)
-    : UnitProcess(arguments, Pipe(), Pipe()) {}
-
-UnitProcess::UnitProcess(const std::vector<std::string>& arguments, const Pipe& output, const Pipe& errors)
-    : Process_(Spawn(arguments, output, errors)), Output_(output.Ends[0]), Errors_(errors.Ends[0]) {}
-
-UnitProcess::~UnitProcess() {
-    if (Process_ > 0) {
-        kill(Process_, SIGKILL);
-        waitpid(Process_, nullptr, 0);
-    }
-}
+UnitProcess::UnitProcess(const std::vector<std::string>& arguments) : Program_(WithProgram(arguments)) {}
 
 std::string UnitProcess::ReadLine() {
-    const auto deadline = Clock::now() + Patience;
-    std::string line;
-    char value = 0;
-    while (ReadByte(Output_.Get(), deadline, value) && value != '\n') {
-        line += value;
+    const auto hasLine = [this] { return LinesOf(Program_.Out()).size() > LinesRead_; };
+    if (!Ended_) {
+        burnwick::test::Eventually(hasLine);
     }
-    return line;
-}
-
-std::string UnitProcess::Errors() {
-    const auto deadline = Clock::now() + Patience;
-    std::string text;
-    char value = 0;
-    while (ReadByte(Errors_.Get(), deadline, value)) {
-        text += value;
-    }
-    return text;
-}
-
-void UnitProcess::Signal(int number) const {
-    kill(Process_, number);
+    return hasLine() ? LinesOf(Program_.Out()).at(LinesRead_++) : "";
 }
 
 int UnitProcess::Wait() {
-    const auto deadline = Clock::now() + Patience;
-    while (Clock::now() < deadline) {
-        int status = 0;
-        if (waitpid(Process_, &status, WNOHANG) == Process_) {
-            Process_ = -1;
-            return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        }
-        std::this_thread::sleep_for(1ms);
-    }
-    return -1;
+    Ended_ = true;
+    return Program_.Wait().Status;
 }
 
 HostPort::HostPort(const std::string& path, unsigned speed)

@@ -1,43 +1,35 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstddef>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "simulator/FileDescriptor.h"
+#include "support/Program.h"
 
 namespace simulator {
-
-struct Pipe;
 
 // burnwick-unit as a process of its own. Every wait ends after some seconds.
 class UnitProcess {
 public:
     explicit UnitProcess(const std::vector<std::string>& arguments);
-    UnitProcess(const UnitProcess&) = delete;
-    UnitProcess& operator=(const UnitProcess&) = delete;
-    ~UnitProcess();
 
-    // The next line of standard output; empty at its end.
+    // The next line of standard output; empty when none comes.
     std::string ReadLine();
 
-    // All that is left of standard error.
-    std::string Errors();
+    // What it has complained of, once it has ended.
+    std::string Errors() const { return Program_.Err(); }
 
-    void Signal(int number) const;
+    void Signal(int number) const { Program_.Signal(number); }
 
     // The exit status; negative when it does not end, or not by itself.
     int Wait();
 
 private:
-    UnitProcess(const std::vector<std::string>& arguments, const Pipe& output, const Pipe& errors);
-
-    pid_t Process_ = -1;
-    FileDescriptor Output_;
-    FileDescriptor Errors_;
+    burnwick::test::Program Program_;
+    std::size_t LinesRead_ = 0;
+    bool Ended_ = false;
 };
 
 // The host's end of the line, raw.

@@ -70,25 +70,14 @@ FlashRun::FlashRun(Environment& environment, const RunOptions& options)
 
 int FlashRun::Download(const std::string& fileName) {
     Flash_.SetFileName(fileName);
-    return Execute(Method::Download);
+    return Execute(Method::Download, /*portFirst=*/false);
 }
 
 int FlashRun::Upload(const std::string& fileName, int blocks, bool replacesFile) {
     Flash_.SetFileName(fileName);
     Flash_.SetUploadBlock(static_cast<std::int16_t>(blocks));
     Report_.TotalBlocks = blocks;
-    if (replacesFile) {
-        if (const auto refused = ChoosePort()) {
-            return Tell(Environment_, Options_.Json, *refused);
-        }
-        if (const auto error = Control_.SetPortOpen(true)) {
-            Report_.Status = PortNotAvailable;
-            Report_.Error = WordPortTrouble(*error);
-            return Tell(Environment_, Options_.Json, Report_);
-        }
-        Control_.SetPortOpen(false);
-    }
-    return Execute(Method::Upload);
+    return Execute(Method::Upload, /*portFirst=*/replacesFile);
 }
 
 int FlashRun::RefuseFile(const std::string& why) {
@@ -97,8 +86,8 @@ int FlashRun::RefuseFile(const std::string& why) {
     return Tell(Environment_, Options_.Json, Report_);
 }
 
-// A report when there is no such port.
-std::optional<RunReport> FlashRun::ChoosePort() {
+// False when there is no such port; the report then says so.
+bool FlashRun::ChoosePort() {
     if (Options_.Port.empty()) {
         Port_.Number = modFindCOMPorts::ChooseStartupPort(Control_, Environment_.Setting);
         Port_.Device = DeviceOf(Port_.Number, Environment_.Setting);
@@ -108,21 +97,32 @@ std::optional<RunReport> FlashRun::ChoosePort() {
         Report_.Status = WrongUsage;
         Report_.Error =
             "--port " + Options_.Port + ": neither a port (COM1 to COM16) nor the path of a device";
-        return Report_;
+        return false;
     }
     Report_.Port = Port_.Number;
     if (const auto error = Control_.SetCommPort(Port_.Number)) {
         Report_.Status = PortNotAvailable;
         Report_.Error = error->Description;
-        return Report_;
+        return false;
     }
     Flash_.SetCommPort(static_cast<std::uint8_t>(Port_.Number));
-    return std::nullopt;
+    return true;
 }
 
-int FlashRun::Execute(Method method) {
-    if (const auto refused = ChoosePort()) {
-        return Tell(Environment_, Options_.Json, *refused);
+// False when the port does not open; the report then says why.
+bool FlashRun::PortOpens() {
+    if (const auto error = Control_.SetPortOpen(true)) {
+        Report_.Status = PortNotAvailable;
+        Report_.Error = WordPortTrouble(*error);
+        return false;
+    }
+    Control_.SetPortOpen(false);
+    return true;
+}
+
+int FlashRun::Execute(Method method, bool portFirst) {
+    if (!ChoosePort() || (portFirst && !PortOpens())) {
+        return Tell(Environment_, Options_.Json, Report_);
     }
     Flash_.SetBaudRate(Options_.Baud.empty() ? GetBaudRateSetting(Environment_.Setting) : Options_.Baud);
     {

@@ -28,8 +28,10 @@ public:
     int RefuseFile(const std::string& why);
 
 private:
-    std::optional<RunReport> ChoosePort();
-    int Execute(Method method);
+    bool ChoosePort();
+    bool PortOpens();
+    // `portFirst`: the port must open before the link may touch the file.
+    int Execute(Method method, bool portFirst);
     void HandleEvents();
     void ShowMessage(const std::string& text);
     void ShowTiming(const std::string& text);

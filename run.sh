@@ -31,7 +31,8 @@ finish() {
 }
 trap finish EXIT
 trap 'exit 130' INT TERM HUP
-if ! { cmake --preset release && cmake --build --preset release; } >"$build_log" 2>&1; then
+if ! { cmake --preset release && cmake --build --preset release --target burnwick-cli burnwick-unit burnwick-sample; } \
+    >"$build_log" 2>&1; then
     cat "$build_log" >&2
     echo "The build failed." >&2
     exit 1

@@ -2,6 +2,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench/AwakeCores.h"
 #include "bench/ChildProcess.h"
 #include "bench/LinkRun.h"
 #include "bench/Measurements.h"
@@ -47,6 +48,7 @@ Figures MeasureLineUse(const std::filesystem::path& folder) {
     const auto largeImage = folder / "large.bin";
     WriteUnmarkedImage(smallImage, SmallImage);
     WriteMarkedImage(largeImage, LargeImage);
+    const AwakeCores awake;
     const UnitProcess unit({"--pace", "--ident", "I"});
     auto figures = MeasureAt("57600", smallImage, folder / "small.copy", unit.Device());
     const auto faster = MeasureAt("115200", largeImage, folder / "large.copy", unit.Device());

@@ -19,6 +19,10 @@ namespace simulator {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+// How long a sleeper may take to wake, about a byte's time at the highest speed.
+constexpr Time WakingTime = 90us;
 
 sigset_t EndingSignals() {
     sigset_t signals{};
@@ -65,12 +69,15 @@ public:
         timespec timeout{};
         const auto next = Line_.NextEvent();
         if (next) {
-            const auto rest = std::max(*next - Now(), Time(0));
+            const auto rest = std::max(*next - Now() - WakingTime, Time(0));
             const auto seconds = std::chrono::floor<std::chrono::seconds>(rest);
             timeout.tv_sec = seconds.count();
             timeout.tv_nsec = std::chrono::nanoseconds(rest - seconds).count();
         }
-        ppoll(watched.data(), watched.size(), next ? &timeout : nullptr, nullptr);
+        const int ready = ppoll(watched.data(), watched.size(), next ? &timeout : nullptr, nullptr);
+        while (ready == 0 && next && Now() < *next) {
+            // awake already, and too close to sleep again
+        }
         return watched[1].revents == 0;
     }
 

@@ -22,10 +22,13 @@ quietly() {
     rm -f "$log"
 }
 
+# build PRESET [TARGET...]: without targets, everything.
 build() {
-    step "Building $1"
-    quietly cmake --preset "$1"
-    quietly cmake --build --preset "$1"
+    local preset=$1
+    shift
+    step "Building $preset"
+    quietly cmake --preset "$preset"
+    quietly cmake --build --preset "$preset" ${1+--target "$@"}
 }
 
 step "Packages"
@@ -44,11 +47,11 @@ step "clang-tidy"
 printf '%s\n' "${sources[@]}" | grep '\.cpp$' | grep -v '^tests/fuzz/' \
     | quietly xargs -P "$jobs" -n 4 clang-tidy --quiet -p build/debug
 
-build fuzz
+build fuzz fuzz_targets
 step "Fuzz targets"
 tests/fuzz/run.sh 3 build/fuzz
 
-build release
+build release burnwick-cli burnwick-unit burnwick-sample
 step "The commands that README shows"
 tests/readme.sh
 

@@ -205,15 +205,23 @@ TEST_F(CliProgram, EndsWith5ForAFileInPlaceOfAPortAndLeavesItAsItWas) {
     EXPECT_EQ(ReadFile(file), AnyBytes(10));
 }
 
-TEST_F(CliProgram, PutsTheLinesSettingsBack) {
-    const UnitProgram unit({"--size", "262144"});
-    const termios before = LineSettingsOf(unit.Line());
-    Program run(Download(unit));
-    EXPECT_EQ(run.Wait().Status, 0);
-    const termios after = LineSettingsOf(unit.Line());
-    EXPECT_EQ(cfgetospeed(&after), cfgetospeed(&before));
-    EXPECT_EQ(after.c_cflag, before.c_cflag);
-    EXPECT_EQ(after.c_lflag, before.c_lflag);
+TEST_F(CliProgram, PutsTheLinesSettingsBackHoweverTheRunEnds) {
+    // done, canceled, refused by the unit
+    for (const auto& [fault, status] :
+         {std::pair{"pieces@76", 0}, {"no-answer@76", 4}, {"negative-7@76", 2}}) {
+        const UnitProgram unit({"--size", "262144", "--fault", fault});
+        const termios before = LineSettingsOf(unit.Line());
+        Program run(Download(unit));
+        if (status == 4) {
+            ASSERT_TRUE(run.Prints("30 %"));
+            run.Signal(SIGINT);
+        }
+        EXPECT_EQ(run.Wait().Status, status) << run.Err();
+        const termios after = LineSettingsOf(unit.Line());
+        EXPECT_EQ(cfgetospeed(&after), cfgetospeed(&before));
+        EXPECT_EQ(after.c_cflag, before.c_cflag);
+        EXPECT_EQ(after.c_lflag, before.c_lflag);
+    }
 }
 
 TEST_F(CliProgram, RewritesOneLineOnATerminalAndClearsItAtTheEnd) {

@@ -14,6 +14,9 @@ Figures MeasureBlockCost(const std::filesystem::path& folder);
 // How much of a real line's time the link makes use of.
 Figures MeasureLineUse(const std::filesystem::path& folder);
 
+// Processor time of telling what an image is, and of comparing two.
+Figures MeasureImageCost(const std::filesystem::path& folder);
+
 // Start, memory and processor time of burnwick-cli.
 Figures MeasureProgramCost(const std::filesystem::path& folder);
 

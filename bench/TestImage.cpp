@@ -6,6 +6,7 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace bench {
 
@@ -34,7 +35,8 @@ std::string Read(const std::filesystem::path& path) {
 }  // namespace
 
 void WriteUnmarkedImage(const std::filesystem::path& path, std::size_t size) {
-    Write(path, RandomBytes(size));
+    constexpr std::string_view typeCode("\xC0\xDE\0\0", 4);
+    Write(path, RandomBytes(size).replace(0, typeCode.size(), typeCode));
 }
 
 void WriteMarkedImage(const std::filesystem::path& path, std::size_t size) {

@@ -5,7 +5,8 @@
 
 namespace bench {
 
-// An image file of bytes that look random, the same ones in every run, and hold none of the markers.
+// An image file that any unit takes: a type code, and behind it bytes that look random, the same ones in
+// every run, and hold none of the markers.
 void WriteUnmarkedImage(const std::filesystem::path& path, std::size_t size);
 
 // The same with the marker of a type that may have any length, for units that identify themselves with 'I'.

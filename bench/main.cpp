@@ -27,6 +27,7 @@ int MeasureAll(const std::filesystem::path& folder) {
     };
     measure("the cost of a block", MeasureBlockCost);
     measure("the use of the line", MeasureLineUse);
+    measure("the cost of images", MeasureImageCost);
     measure("the cost of the program", MeasureProgramCost);
     PrintTable(std::cout, figures);
     return std::cout.flush() && AllWithin(figures) ? ExitWithin : ExitOver;

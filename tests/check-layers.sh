@@ -14,15 +14,19 @@ breach() {
     fi
 }
 
-core=(src/engine src/settings src/ports src/run)
+core=(src/engine src/image src/log src/settings src/ports src/run)
 system='#include <(sys/|linux/|unistd|fcntl|poll|termios|signal\.h|windows|Q[A-Z])'
 
 breach "core knows no system and no Qt" "$system" "${core[@]}"
 breach "the command line knows no system and no Qt" "$system" src/cli
+breach "what the window decides knows no system" '#include <(sys/|linux/|unistd|fcntl|poll|termios|signal\.h|windows)' src/app
 breach "the shared platform code knows no system" "$system" src/platform/*.h src/platform/*.cpp
 breach "system switches live in CMake and the platform folder" '#if.*(_WIN32|__linux__|__unix__)' \
     "${core[@]}" src/cli simulator
 breach "engine stands on platform only" '#include "(settings|ports|run|cli|app|log|image|tools)/' src/engine
+breach "image needs nobody but the path of a text" \
+    '#include "(engine|settings|ports|run|cli|app|log|tools|platform/[^U])' src/image
+breach "log stands on platform only" '#include "(engine|settings|ports|run|cli|app|image|tools)/' src/log
 breach "settings stands on platform only" '#include "(engine|ports|run|cli|app|log|image|tools)/' src/settings
 breach "ports stands on platform only" '#include "(engine|settings|run|cli|app|log|image|tools)/' src/ports
 breach "run stands below cli and app" '#include "(cli|app|tools)/' src/run

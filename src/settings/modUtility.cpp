@@ -1,39 +1,97 @@
 #include "settings/modUtility.h"
 
-// The file is UTF-8, and so is all text in the program.
-#define SI_NO_CONVERSION
-#define SI_IMPLEMENTATION
-#include <SimpleIni.h>
-
+#include <algorithm>
+#include <array>
+#include <chrono>
 #include <fstream>
-#include <sstream>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "platform/FileLock.h"
+#include "platform/ReplaceFile.h"
+#include "settings/IniText.h"
 
 namespace burnwick::modUtility {
 
 namespace {
 
-constexpr std::size_t LongestValue = 254;
+namespace fs = std::filesystem;
 
-std::filesystem::path& IniPath() {
-    static std::filesystem::path path;
+constexpr std::size_t LongestValue = 254;
+constexpr std::chrono::seconds LongestWait{2};
+
+fs::path& IniPath() {
+    static fs::path path;
     return path;
+}
+
+// Empty when there is no file; nothing when there is something that cannot be read.
+std::optional<std::string> ReadIni() {
+    std::error_code error;
+    const auto type = fs::status(IniPath(), error).type();
+    if (type == fs::file_type::not_found) {
+        return "";
+    }
+    // Opening a pipe in the file's place would wait for ever.
+    if (type != fs::file_type::regular) {
+        return std::nullopt;
+    }
+    constexpr std::size_t chunkSize = 65'536;
+    std::array<char, chunkSize> chunk{};
+    std::string text;
+    std::ifstream file(IniPath(), std::ios::binary);
+    while (file) {
+        file.read(chunk.data(), chunk.size());
+        text.append(chunk.data(), static_cast<std::size_t>(file.gcount()));
+    }
+    return file.is_open() && file.eof() && !file.bad() ? std::optional(std::move(text)) : std::nullopt;
+}
+
+fs::path BesideIni(const char* ending) {
+    fs::path path = IniPath();
+    path += ending;
+    return path;
+}
+
+// One waits for the lock, the others for its place: were they all to look for the lock now and then, a
+// program that writes again and again would have it back before any of them looks.
+std::unique_ptr<FileLock> LockIni() {
+    using Clock = std::chrono::steady_clock;
+    const auto limit = Clock::now() + LongestWait;
+    const auto left = [limit] {
+        return std::max(std::chrono::ceil<std::chrono::milliseconds>(limit - Clock::now()),
+                        std::chrono::milliseconds(0));
+    };
+    const auto place = LockFile(BesideIni(".queue"), left());
+    return place ? LockFile(BesideIni(".lock"), left()) : nullptr;
 }
 
 }  // namespace
 
-void SetIniPath(const std::filesystem::path& path) {
+void SetIniPath(const fs::path& path) {
     IniPath() = path;
 }
 
 std::string ReadIniValue(const std::string& section, const std::string& key) {
-    // Reading through the stream, not its buffer: a folder in the file's place would throw there.
-    std::ostringstream text;
-    text << std::ifstream(IniPath(), std::ios::binary).rdbuf();
-    CSimpleIniA ini;
-    if (ini.LoadData(text.str()) < 0) {
-        return {};
+    const IniText ini(ReadIni().value_or(""));
+    return ini.Value(section, key).value_or("").substr(0, LongestValue);
+}
+
+void WriteIniValue(const std::string& section, const std::string& key, const std::string& value) {
+    const auto lock = LockIni();
+    if (!lock) {
+        return;
     }
-    return std::string(ini.GetValue(section.c_str(), key.c_str(), "")).substr(0, LongestValue);
+    // A file that cannot be read must not be replaced: what is in it would be lost.
+    auto text = ReadIni();
+    if (!text) {
+        return;
+    }
+    IniText ini(std::move(*text));
+    if (ini.SetValue(section, key, value)) {
+        ReplaceFile(IniPath(), ini.Text());
+    }
 }
 
 }  // namespace burnwick::modUtility

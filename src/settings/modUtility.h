@@ -13,4 +13,8 @@ void SetIniPath(const std::filesystem::path& path);
 // buffer of 255 holds besides its end.
 std::string ReadIniValue(const std::string& section, const std::string& key);
 
+// Stores a value, and makes file, section and key when they are missing; every other line stays as it is. The
+// file is replaced whole, under a lock that other copies of the program heed. What cannot be written is left.
+void WriteIniValue(const std::string& section, const std::string& key, const std::string& value);
+
 }  // namespace burnwick::modUtility

@@ -10,6 +10,10 @@ if [[ ! ${1:-} =~ ^[1-9][0-9]*$ ]]; then
 fi
 seconds=$1
 build=${2:-$root/build/fuzz}
+if [ ! -x "$build/bin/burnwick-seeds" ] || ! compgen -G "$build/bin/fuzz_*" >/dev/null; then
+    echo "No fuzz targets in $build/bin: build them first." >&2
+    exit 1
+fi
 
 # In memory where there is some: the targets write a file for each input.
 if [ -d /dev/shm ] && [ -w /dev/shm ]; then
@@ -27,9 +31,12 @@ runs() {
 
 # fuzz TARGET: false when something was found.
 fuzz() {
-    local target=$1 corpus=$scratch/corpus-$1 log=$findings/$1.log
+    local target=$1 corpus=$scratch/corpus/$1 log=$findings/$1.log
     mkdir -p "$corpus" "$scratch/tmp"
-    cp "$root/tests/fuzz/seeds/$target"/* "$corpus"
+    # The seeds of some targets are files, those of others are made by now.
+    if [ -d "$root/tests/fuzz/seeds/$target" ]; then
+        cp "$root/tests/fuzz/seeds/$target"/* "$corpus"
+    fi
     if TMPDIR=$scratch/tmp "$build/bin/$target" "$corpus" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$findings/$target-" >"$log" 2>&1; then
         echo "$target: $seconds s, $(runs "$log") runs, nothing found"
@@ -42,13 +49,11 @@ fuzz() {
     return 1
 }
 
+mkdir "$scratch/corpus"
+"$build/bin/burnwick-seeds" "$scratch/corpus"
+
 status=0
 for program in "$build"/bin/fuzz_*; do
-    if [ ! -x "$program" ]; then
-        echo "No fuzz targets in $build/bin: build them first." >&2
-        status=1
-        break
-    fi
     fuzz "$(basename "$program")" || status=1
 done
 rmdir "$findings" 2>/dev/null || true

@@ -2,28 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <sys/stat.h>
+
 #include <string_view>
 
-#include "support/TempFolder.h"
+#include "settings/SettingsFile.h"
 
 namespace burnwick::test {
 
+namespace fs = std::filesystem;
 using modUtility::ReadIniValue;
+using modUtility::WriteIniValue;
 
-class ReadIni : public ::testing::Test {
-protected:
-    void SetUp() override { modUtility::SetIniPath(Folder.Path() / "Burnwick.ini"); }
-
-    void Holds(std::string_view text) {
-        Bytes bytes(text.size());
-        std::transform(text.begin(), text.end(), bytes.begin(),
-                       [](char c) { return static_cast<std::byte>(c); });
-        Folder.Write("Burnwick.ini", bytes);
-    }
-
-    TempFolder Folder;
-};
+class ReadIni : public SettingsFile {};
+class WriteIni : public SettingsFile {};
 
 TEST_F(ReadIni, GivesAKeysValue) {
     Holds("[COMPort]\r\nCOM=3\r\nBaudRate=1\r\n[Path]\r\nLastPath=/home/anna/images\r\n");
@@ -41,7 +33,7 @@ TEST_F(ReadIni, GivesAnEmptyTextWithoutFileSectionOrKey) {
 
 TEST_F(ReadIni, GivesAnEmptyTextOnceTheFileIsDeleted) {
     Holds("[COMPort]\nCOM=3\n");
-    std::filesystem::remove(Folder.Path() / "Burnwick.ini");
+    fs::remove(Path);
     EXPECT_EQ(ReadIniValue("COMPort", "COM"), "");
 }
 
@@ -72,8 +64,90 @@ TEST_F(ReadIni, SurvivesNonsense) {
 }
 
 TEST_F(ReadIni, GivesAnEmptyTextForAFolderInTheFilesPlace) {
-    std::filesystem::create_directory(Folder.Path() / "Burnwick.ini");
+    fs::create_directory(Path);
     EXPECT_EQ(ReadIniValue("COMPort", "COM"), "");
+}
+
+TEST_F(ReadIni, DoesNotWaitForAPipeInTheFilesPlace) {
+    ASSERT_EQ(mkfifo(Path.c_str(), 0666), 0);
+    EXPECT_EQ(ReadIniValue("COMPort", "COM"), "");
+    WriteIniValue("COMPort", "COM", "3");
+    EXPECT_TRUE(fs::is_fifo(Path));
+}
+
+TEST_F(WriteIni, MakesFileSectionAndKey) {
+    WriteIniValue("COMPort", "COM", "3");
+    EXPECT_EQ(Content(), "[COMPort]\r\nCOM=3\r\n");
+    WriteIniValue("COMPort", "BaudRate", "1");
+    WriteIniValue("Options", "LogOption", "&All");
+    EXPECT_EQ(Content(), "[COMPort]\r\nCOM=3\r\nBaudRate=1\r\n\r\n[Options]\r\nLogOption=&All\r\n");
+}
+
+TEST_F(WriteIni, IsReadBackTheSame) {
+    for (const auto* value : {"3", "", " /home/anna/my images ", "\"quoted\"", "C:\\images", "&Summary"}) {
+        WriteIniValue("Path", "LastPath", value);
+        EXPECT_EQ(ReadIniValue("Path", "LastPath"), value);
+    }
+}
+
+TEST_F(WriteIni, ChangesOneLineAndNoOther) {
+    Holds("; mine\n\n[COMPort]\nCOM = 3\nnoise\n[Foreign]\nx=1");
+    WriteIniValue("COMPort", "COM", "4");
+    EXPECT_EQ(Content(), "; mine\n\n[COMPort]\nCOM = 4\nnoise\n[Foreign]\nx=1");
+}
+
+TEST_F(WriteIni, StoresMoreThanIsRead) {
+    WriteIniValue("Path", "LastPath", std::string(400, 'x'));
+    EXPECT_EQ(ReadIniValue("Path", "LastPath"), std::string(254, 'x'));
+    EXPECT_EQ(Content(), "[Path]\r\nLastPath=" + std::string(400, 'x') + "\r\n");
+}
+
+TEST_F(WriteIni, DoesNotReplaceTheFileForAValueThatIsThere) {
+    WriteIniValue("COMPort", "COM", "3");
+    struct stat before {};
+    struct stat after {};
+    ASSERT_EQ(stat(Path.c_str(), &before), 0);
+    WriteIniValue("COMPort", "COM", "3");
+    ASSERT_EQ(stat(Path.c_str(), &after), 0);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+    WriteIniValue("COMPort", "COM", "4");
+    ASSERT_EQ(stat(Path.c_str(), &after), 0);
+    EXPECT_NE(before.st_ino, after.st_ino);
+}
+
+TEST_F(WriteIni, KeepsALinkAndTheFilesPermissions) {
+    const auto target = Folder.Path() / "elsewhere.ini";
+    fs::create_symlink("elsewhere.ini", Path);
+    Holds("[A]\nk=1\n");
+    ASSERT_EQ(chmod(target.c_str(), 0640), 0);
+    WriteIniValue("A", "k", "2");
+    EXPECT_TRUE(fs::is_symlink(Path));
+    EXPECT_EQ(Content(), "[A]\nk=2\n");
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms{0640});
+}
+
+TEST_F(WriteIni, LeavesAFolderInTheFilesPlace) {
+    fs::create_directory(Path);
+    WriteIniValue("COMPort", "COM", "3");
+    EXPECT_TRUE(fs::is_directory(Path));
+    EXPECT_TRUE(fs::is_empty(Path));
+}
+
+TEST_F(WriteIni, LeavesWhatHasNoFolder) {
+    modUtility::SetIniPath(Folder.Path() / "none" / "Burnwick.ini");
+    WriteIniValue("COMPort", "COM", "3");
+    EXPECT_FALSE(fs::exists(Folder.Path() / "none"));
+}
+
+TEST_F(WriteIni, WorksOnAFileOfNoise) {
+    std::string noise;
+    while (noise.size() < 10'000'000) {
+        noise += "\xFF\x01 noise without sense;;[[\r\n";
+    }
+    Holds(noise);
+    WriteIniValue("COMPort", "COM", "3");
+    EXPECT_EQ(ReadIniValue("COMPort", "COM"), "3");
+    EXPECT_TRUE(Content() == noise + "\r\n[COMPort]\r\nCOM=3\r\n");
 }
 
 }  // namespace burnwick::test

@@ -15,22 +15,13 @@ using namespace burnwick::test;
 
 const std::map<std::string, Bytes (*)()> Types{
     // 64 KiB, of the oldest kind
-    {"64k", [] { return AnyBytes(65'536); }},
+    {"64k", [] { return SampleImage(65'536); }},
     // 512 KiB, for any unit
-    {"unmarked",
-     [] {
-         return ImageWith(524'288, 0, {0xC0, 0xDE, 0x00, 0x00});
-     }},
+    {"unmarked", [] { return SampleImage(); }},
     // any length, for a unit that calls itself 'I'
-    {"type4",
-     [] {
-         return ImageWith(300'000, 0, {0xC0, 0xDE, 0x01, 0x49});
-     }},
+    {"type4", SampleType4Image},
     // any length, for a unit that wants the flash request
-    {"announced",
-     [] {
-         return ImageWith(300'000, 0, {0xC0, 0xDE, 0x01, 0x57});
-     }},
+    {"announced", SampleAnnouncedImage},
 };
 
 constexpr int WrongUsage = 64;

@@ -1,0 +1,72 @@
+#include <algorithm>
+#include <cstdint>
+#include <ctime>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/Measurements.h"
+#include "bench/TestImage.h"
+#include "image/modBinFileInfo.h"
+
+namespace bench {
+
+namespace {
+
+constexpr std::size_t Mebibyte = 1024UL * 1024;
+constexpr int Runs = 200;
+constexpr double LongestInformation = 10;  // milliseconds
+constexpr double LongestComparison = 5;
+
+// The median processor time of some work, in milliseconds.
+template <typename Work>
+double ProcessorTime(Work work) {
+    work();  // brings the files into memory
+    std::vector<double> times;
+    for (int i = 0; i < Runs; ++i) {
+        const std::clock_t begin = std::clock();
+        work();
+        times.push_back(1000 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC);
+    }
+    return Median(times);
+}
+
+double TimeOfInformation(const std::filesystem::path& image, int kind) {
+    return ProcessorTime([&image, kind] {
+        if (burnwick::modBinFileInfo::GetBinFileInfo(image.string()).ImageKind != kind) {
+            throw std::runtime_error("the information on an image is wrong");
+        }
+    });
+}
+
+double TimeOfComparison(const std::filesystem::path& image1, const std::filesystem::path& image2) {
+    return ProcessorTime([&image1, &image2] {
+        std::int32_t differences = -1;
+        const std::string error =
+            burnwick::modBinFileInfo::CompareImages(image1.string(), image2.string(), differences);
+        if (!error.empty() || differences != 0) {
+            throw std::runtime_error("the comparison of two images is wrong");
+        }
+    });
+}
+
+}  // namespace
+
+Figures MeasureImageCost(const std::filesystem::path& folder) {
+    constexpr int kindWithCrc = 8;
+    const auto summed = folder / "summed.bin";
+    const auto copy = folder / "copy.bin";
+    const auto sealed = folder / "sealed.bin";
+    WriteUnmarkedImage(summed, Mebibyte);
+    WriteUnmarkedImage(copy, Mebibyte);
+    WriteMarkedImage(sealed, Mebibyte);
+    const double information = std::max(TimeOfInformation(summed, 0), TimeOfInformation(sealed, kindWithCrc));
+    return {
+        AtMost("processor time of info on 1 MiB", information, LongestInformation, {2, " ms"}),
+        AtMost("processor time of a comparison of 1 MiB", TimeOfComparison(summed, copy), LongestComparison,
+               {2, " ms"}),
+    };
+}
+
+}  // namespace bench

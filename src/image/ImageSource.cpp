@@ -1,0 +1,26 @@
+#include "image/ImageSource.h"
+
+#include <algorithm>
+
+namespace burnwick::modBinFileInfo {
+
+std::string ImageSource::ReadAt(std::uint64_t offset, std::size_t count) {
+    constexpr std::size_t longRead = 4096;
+    if (offset >= Length_) {
+        return {};
+    }
+    const auto wanted =
+        static_cast<std::size_t>(std::min<std::uint64_t>(std::min(count, ChunkSize), Length_ - offset));
+    std::string bytes(wanted, '\0');
+    Stream_.clear();
+    Stream_.seekg(static_cast<std::streamoff>(offset));
+    Stream_.read(bytes.data(), static_cast<std::streamsize>(wanted));
+    bytes.resize(static_cast<std::size_t>(Stream_.gcount()));
+    HasFailed_ = HasFailed_ || bytes.size() < wanted;
+    if (Yield_ && wanted >= longRead) {
+        Yield_();
+    }
+    return bytes;
+}
+
+}  // namespace burnwick::modBinFileInfo

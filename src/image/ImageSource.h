@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <istream>
+#include <string>
+
+namespace burnwick::modBinFileInfo {
+
+// The bytes of an image, read piece by piece. They are held as the characters of a text, since that is what
+// most of them are searched as.
+class ImageSource {
+public:
+    // What is read at once of a long range, at most.
+    static constexpr std::size_t ChunkSize = 65'536;
+
+    // `length` is the image's; `yield` is called after each long read. The stream stays the caller's.
+    ImageSource(std::istream& stream, std::uint64_t length, std::function<void()> yield = {})
+        : Stream_(stream), Length_(length), Yield_(std::move(yield)) {}
+
+    std::uint64_t Length() const { return Length_; }
+
+    // As many of so many bytes as there are behind an offset, ChunkSize at most.
+    std::string ReadAt(std::uint64_t offset, std::size_t count);
+
+    // True when a read failed, or found the image shorter than its length.
+    bool HasFailed() const { return HasFailed_; }
+
+private:
+    std::istream& Stream_;
+    std::uint64_t Length_;
+    std::function<void()> Yield_;
+    bool HasFailed_ = false;
+};
+
+// A character of an image as the byte that it was.
+inline std::uint8_t ToByte(char character) {
+    return static_cast<std::uint8_t>(character);
+}
+
+}  // namespace burnwick::modBinFileInfo

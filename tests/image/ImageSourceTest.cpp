@@ -1,0 +1,120 @@
+#include "image/ImageSource.h"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+#include <streambuf>
+#include <string>
+
+#include "image/ImageComparison.h"
+#include "image/ImageReader.h"
+
+namespace burnwick::test {
+
+namespace {
+
+using namespace modBinFileInfo;
+
+// A medium that can be read up to a bad place.
+class BadMedium : public std::stringbuf {
+public:
+    BadMedium(const std::string& content, std::streamoff badPlace)
+        : std::stringbuf(content, std::ios::in), BadPlace_(badPlace) {}
+
+protected:
+    std::streamsize xsgetn(char* into, std::streamsize count) override {
+        if (seekoff(0, std::ios::cur, std::ios::in) + count > BadPlace_) {
+            throw std::ios_base::failure("bad place");
+        }
+        return std::stringbuf::xsgetn(into, count);
+    }
+
+private:
+    std::streamoff BadPlace_;
+};
+
+}  // namespace
+
+TEST(ImageSource, GivesTheBytesBehindAnOffset) {
+    std::istringstream stream("0123456789");
+    ImageSource source(stream, 10);
+    EXPECT_EQ(source.ReadAt(3, 4), "3456");
+    EXPECT_EQ(source.ReadAt(0, 2), "01");
+    EXPECT_FALSE(source.HasFailed());
+}
+
+TEST(ImageSource, GivesFewerBytesAtTheEnd) {
+    std::istringstream stream("0123456789");
+    ImageSource source(stream, 10);
+    EXPECT_EQ(source.ReadAt(8, 4), "89");
+    EXPECT_EQ(source.ReadAt(10, 4), "");
+    EXPECT_EQ(source.ReadAt(1'000'000'000'000, 4), "");
+    EXPECT_EQ(source.ReadAt(0, 1), "0");
+    EXPECT_FALSE(source.HasFailed());
+}
+
+TEST(ImageSource, GivesNoMoreThanAChunk) {
+    std::istringstream stream(std::string(200'000, 'x'));
+    ImageSource source(stream, 200'000);
+    EXPECT_EQ(source.ReadAt(1, 150'000).size(), ImageSource::ChunkSize);
+}
+
+TEST(ImageSource, HasFailedWhenItIsShorterThanItShouldBe) {
+    std::istringstream stream("0123456789");
+    ImageSource source(stream, 20);
+    EXPECT_EQ(source.ReadAt(0, 10), "0123456789");
+    EXPECT_FALSE(source.HasFailed());
+    EXPECT_EQ(source.ReadAt(8, 4), "89");
+    EXPECT_TRUE(source.HasFailed());
+}
+
+TEST(ImageSource, HasFailedWhenItsMediumHas) {
+    BadMedium medium(std::string(200'000, 'x'), 100'000);
+    std::istream stream(&medium);
+    ImageSource source(stream, 200'000);
+    EXPECT_EQ(source.ReadAt(0, 1000).size(), 1000U);
+    EXPECT_FALSE(source.HasFailed());
+    EXPECT_EQ(source.ReadAt(99'999, 1000), "");
+    EXPECT_TRUE(source.HasFailed());
+}
+
+TEST(ImageSource, StaysFailedWhenALaterReadSucceeds) {
+    BadMedium medium(std::string(1000, 'x'), 100);
+    std::istream stream(&medium);
+    ImageSource source(stream, 1000);
+    EXPECT_EQ(source.ReadAt(500, 10), "");
+    EXPECT_EQ(source.ReadAt(0, 10).size(), 10U);
+    EXPECT_TRUE(source.HasFailed());
+}
+
+TEST(ImageSource, LetsOthersWorkAtEachLongRead) {
+    std::istringstream stream(std::string(1'000'000, 'x'));
+    int yields = 0;
+    ImageSource source(stream, 1'000'000, [&yields] { ++yields; });
+    ReadImage(source);
+    EXPECT_GE(yields, 16);
+    EXPECT_LE(yields, 20);
+}
+
+TEST(BadMedium, ShowsInTheSourceOfAnImageThatIsRead) {
+    BadMedium medium(std::string(200'000, 'x'), 100'000);
+    std::istream stream(&medium);
+    ImageSource source(stream, 200'000);
+    ReadImage(source);
+    EXPECT_TRUE(source.HasFailed());
+}
+
+TEST(BadMedium, ShowsInTheSourceOfAnImageThatIsCompared) {
+    const std::string content(200'000, 'x');
+    BadMedium medium(content, 100'000);
+    std::istream bad(&medium);
+    ImageSource badSource(bad, 200'000);
+    std::istringstream good(content);
+    ImageSource goodSource(good, 200'000);
+    std::int32_t differences = 0;
+    CompareSources(goodSource, badSource, differences);
+    EXPECT_TRUE(badSource.HasFailed());
+    EXPECT_FALSE(goodSource.HasFailed());
+}
+
+}  // namespace burnwick::test

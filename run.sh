@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Shows the program at work without any hardware: programs a sample image into a simulated unit, reads it back and
-# compares. Ends with 0 only when all of it was right.
+# Shows the program at work without any hardware: describes a sample image, programs it into a simulated unit,
+# verifies that, reads the unit back, compares, and shows the log's record. Ends with 0 only when all of it was right.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -57,15 +57,24 @@ if [ ! -e "$work/line" ]; then
 fi
 
 echo
-echo "== burnwick-cli download sample.bin"
-"$bin/burnwick-cli" download "$work/sample.bin" --port "$work/line" --baud 115200
+echo "== burnwick-cli info sample.bin"
+"$bin/burnwick-cli" info "$work/sample.bin"
+echo
+echo "== burnwick-cli download sample.bin --verify"
+"$bin/burnwick-cli" download "$work/sample.bin" --port "$work/line" --baud 115200 --verify
 echo
 echo "== burnwick-cli upload readback.bin --chip 4Mbit"
 "$bin/burnwick-cli" upload "$work/readback.bin" --port "$work/line" --baud 115200 --chip 4Mbit
 echo
+echo "== burnwick-cli compare sample.bin readback.bin"
+"$bin/burnwick-cli" compare "$work/sample.bin" "$work/readback.bin"
+echo
+echo "== What the log has kept of both runs (Burnwick.log)"
+tr -d '\r' <"$BURNWICK_HOME/Burnwick.log"
 if ! cmp "$work/sample.bin" "$work/readback.bin"; then
     echo "What was read back is not what was programmed." >&2
     exit 1
 fi
+echo
 echo "A sample image of 524288 bytes was programmed into the simulated unit over a serial line at 115200 bit/s,"
-echo "read back, and compared byte for byte: all of it is right."
+echo "verified, read back once more, and compared byte for byte: all of it is right."

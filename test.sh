@@ -35,7 +35,7 @@ step "Packages"
 packaging/install-packages.sh
 
 mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp')
-mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' '.ci/run')
+mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' '*.bash' '.ci/run')
 
 step "Layers, format and scripts"
 tests/check-layers.sh
@@ -52,8 +52,10 @@ step "Fuzz targets"
 tests/fuzz/run.sh 3 build/fuzz
 
 build release burnwick-cli burnwick-unit burnwick-sample
-step "The commands that README shows"
+step "The commands that README shows, the man page and the completion"
 tests/readme.sh
+quietly tests/manpage.sh build/release/bin/burnwick-cli
+quietly tests/completion.sh
 
 build asan
 build cli

@@ -5,10 +5,13 @@
 #include <memory>
 #include <utility>
 
+#include "cli/CompareVerb.h"
 #include "cli/DownloadVerb.h"
+#include "cli/InfoVerb.h"
 #include "cli/PortsVerb.h"
 #include "cli/UploadVerb.h"
 #include "cli/Verb.h"
+#include "cli/VerifyVerb.h"
 
 namespace burnwick::cli {
 
@@ -18,7 +21,8 @@ constexpr const char* ExitStatuses = R"(Exit status:
   0 done               4 canceled
   1 no response        5 port not available
   2 transmitting error 6 file missing, unreadable or not an image
-  3 not compatible     64 wrong usage)";
+  3 not compatible     7 verification or comparison found differences
+                       64 wrong usage)";
 
 // The first argument when it ought to be a verb and is none; empty otherwise.
 std::string UnknownVerb(const CLI::App& app, const std::vector<std::string>& arguments) {
@@ -49,9 +53,12 @@ int RunCommandLine(const std::vector<std::string>& arguments, Environment& envir
     app.set_version_flag("--version", "burnwick-cli " BURNWICK_VERSION " (build " BURNWICK_BUILD ")");
     app.require_subcommand(1);
     app.footer(ExitStatuses);
-    std::array<std::pair<std::unique_ptr<Verb>, CLI::App*>, 3> verbs{{
+    std::array<std::pair<std::unique_ptr<Verb>, CLI::App*>, 6> verbs{{
         {std::make_unique<DownloadVerb>(), nullptr},
         {std::make_unique<UploadVerb>(), nullptr},
+        {std::make_unique<VerifyVerb>(), nullptr},
+        {std::make_unique<InfoVerb>(), nullptr},
+        {std::make_unique<CompareVerb>(), nullptr},
         {std::make_unique<PortsVerb>(), nullptr},
     }};
     for (auto& [verb, parser] : verbs) {

@@ -13,6 +13,7 @@ public:
 
 private:
     std::string Image_;
+    bool Verify_ = false;
     RunOptions Options_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <ostream>
@@ -22,6 +23,8 @@ struct Environment {
     bool Trace = false;  // whether the link tells Err what it receives
     MessageLoop& Loop;
     ReadSetting Setting;
+    WriteSetting Store;
+    std::filesystem::path ProgramFolder;  // of the log and the verification file
     std::function<std::unique_ptr<SerialDevice>()> NewDevice;
     std::function<std::unique_ptr<Interrupt>(std::function<void()> request)> CatchInterrupts;
     std::function<std::unique_ptr<SleepInhibitor>(const std::string& why)> InhibitSleep;

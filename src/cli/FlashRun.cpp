@@ -1,55 +1,32 @@
 #include "cli/FlashRun.h"
 
-#include <algorithm>
-#include <charconv>
-#include <string_view>
+#include <limits>
+#include <system_error>
 
-#include "cli/Verb.h"
+#include "cli/Wording.h"
+#include "image/modBinFileInfo.h"
+#include "log/ActivityLog.h"
+#include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
-#include "run/RunOutcome.h"
+#include "run/LogOption.h"
+#include "run/Summary.h"
+#include "run/Verification.h"
 
 namespace burnwick::cli {
 
 namespace {
 
-ExitStatus StatusOf(RunOutcome outcome) {
-    switch (outcome) {
-        case RunOutcome::Ok:
-            return Done;
-        case RunOutcome::NoResponse:
-            return NoResponse;
-        case RunOutcome::TransmittingError:
-            return TransmittingError;
-        case RunOutcome::NotCompatible:
-            return NotCompatible;
-        case RunOutcome::Canceled:
-            return Canceled;
-        case RunOutcome::FileError:
-            break;
-    }
-    return FileUnusable;
-}
+constexpr const char* Programmed = "Programming was completed successfully.";
 
-// The first line that holds the text; empty when none does.
-std::string LineWith(const std::vector<std::string>& lines, std::string_view text) {
-    const auto found = std::find_if(lines.begin(), lines.end(), [text](const std::string& line) {
-        return line.find(text) != std::string::npos;
-    });
-    return found == lines.end() ? "" : *found;
-}
-
-// The error line of the link as a sentence of the command line's.
-std::string WordFileTrouble(std::string text) {
-    constexpr std::string_view mark = "Error: ";
-    if (text.starts_with(mark)) {
-        text.erase(0, mark.size());
+// What a read-back of this image asks the unit for; nothing when no read-back has that length.
+std::optional<std::int16_t> BlocksToReadBack(const std::string& image) {
+    std::error_code error;
+    const auto bytes = std::filesystem::file_size(Utf8Path(image), error);
+    const auto blocks = error ? 0 : VerificationBlocks(bytes);
+    if (blocks == 0 || blocks > std::numeric_limits<std::int16_t>::max()) {
+        return std::nullopt;
     }
-    if (text == "Invalid file size.") {
-        text +=
-            " An image has 65536, 262144, 524288 or 1048576 bytes, unless it is of a type that tells its own"
-            " length; is this the right file, and is it whole?";
-    }
-    return text;
+    return static_cast<std::int16_t>(blocks);
 }
 
 }  // namespace
@@ -64,164 +41,176 @@ FlashRun::FlashRun(Environment& environment, const RunOptions& options)
                               : DeviceOf(port, Environment_.Setting);
                }),
       Flash_(environment.Loop, Control_),
-      Progress_(environment.Err, environment.ErrColumns, environment.Color) {
-    HandleEvents();
+      Console_(environment, options) {
+    Console_.Listen(Flash_);
 }
 
-int FlashRun::Download(const std::string& fileName) {
-    Flash_.SetFileName(fileName);
-    return Execute(Method::Download, /*portFirst=*/false);
+int FlashRun::Download(const std::string& image, bool verify) {
+    if (!AcceptImage(image) || !ChoosePort()) {
+        return End();
+    }
+    const auto surroundings = Surround();
+    Transfer(Method::Download, image);
+    if (Report().Status != Done && Report().Baud > 0) {
+        Report().Error += " The unit's flash is incomplete: program it again before it is used.";
+    } else if (Report().Status == Done && verify) {
+        ReadBack(image, " The programming was completed, but it is not verified.");
+        Console_.Texts().Status = Programmed;
+    }
+    Log(image, /*isUpload=*/false);
+    return End();
 }
 
-int FlashRun::Upload(const std::string& fileName, int blocks, bool replacesFile) {
-    Flash_.SetFileName(fileName);
+int FlashRun::Upload(const std::string& file, int blocks, bool replacesFile) {
+    if (!ChoosePort() || (replacesFile && !PortOpens())) {
+        return End();
+    }
+    const auto surroundings = Surround();
     Flash_.SetUploadBlock(static_cast<std::int16_t>(blocks));
-    Report_.TotalBlocks = blocks;
-    return Execute(Method::Upload, /*portFirst=*/replacesFile);
+    Transfer(Method::Upload, file);
+    Report().TotalBlocks = blocks;
+    Log(file, /*isUpload=*/true);
+    return End();
+}
+
+int FlashRun::Verify(const std::string& image) {
+    if (!AcceptImage(image) || !ChoosePort()) {
+        return End();
+    }
+    const auto surroundings = Surround();
+    ReadBack(image, "");
+    RunTexts& texts = Console_.Texts();
+    texts.Status = texts.Result.empty() ? texts.Status : texts.Result;
+    Log(image, /*isUpload=*/true);
+    return End();
 }
 
 int FlashRun::RefuseFile(const std::string& why) {
-    Report_.Status = FileUnusable;
-    Report_.Error = why;
-    return Tell(Environment_, Options_.Json, Report_);
+    Fail(FileUnusable, why);
+    return End();
+}
+
+// False when the file is no image; the report then says why.
+bool FlashRun::AcceptImage(const std::string& image) {
+    if (const std::string refusal = WordImageRefusal(image); !refusal.empty()) {
+        Fail(FileUnusable, refusal);
+    }
+    return Report().Status == Done;
 }
 
 // False when there is no such port; the report then says so.
 bool FlashRun::ChoosePort() {
     if (Options_.Port.empty()) {
-        Port_.Number = modFindCOMPorts::ChooseStartupPort(Control_, Environment_.Setting);
+        Port_.Number = modFindCOMPorts::ChooseStartupPort(Control_, Environment_.Setting, Environment_.Store);
         Port_.Device = DeviceOf(Port_.Number, Environment_.Setting);
     } else if (const auto choice = ParsePortChoice(Options_.Port, Environment_.Setting)) {
         Port_ = *choice;
     } else {
-        Report_.Status = WrongUsage;
-        Report_.Error =
-            "--port " + Options_.Port + ": neither a port (COM1 to COM16) nor the path of a device";
+        Fail(WrongUsage,
+             "--port " + Options_.Port + ": neither a port (COM1 to COM16) nor the path of a device");
         return false;
     }
-    Report_.Port = Port_.Number;
+    Report().Port = Port_.Number;
     if (const auto error = Control_.SetCommPort(Port_.Number)) {
-        Report_.Status = PortNotAvailable;
-        Report_.Error = error->Description;
+        Fail(PortNotAvailable, error->Description);
         return false;
     }
     Flash_.SetCommPort(static_cast<std::uint8_t>(Port_.Number));
+    Flash_.SetBaudRate(Options_.Baud.empty() ? GetBaudRateSetting(Environment_.Setting) : Options_.Baud);
     return true;
 }
 
 // False when the port does not open; the report then says why.
 bool FlashRun::PortOpens() {
     if (const auto error = Control_.SetPortOpen(true)) {
-        Report_.Status = PortNotAvailable;
-        Report_.Error = WordPortTrouble(*error);
+        FailPort(*error);
         return false;
     }
     Control_.SetPortOpen(false);
     return true;
 }
 
-int FlashRun::Execute(Method method, bool portFirst) {
-    if (!ChoosePort() || (portFirst && !PortOpens())) {
-        return Tell(Environment_, Options_.Json, Report_);
-    }
-    Flash_.SetBaudRate(Options_.Baud.empty() ? GetBaudRateSetting(Environment_.Setting) : Options_.Baud);
-    {
-        const auto awake = Environment_.InhibitSleep("A unit's flash memory is being programmed or read");
-        const auto interrupt = Environment_.CatchInterrupts([this] { Flash_.Execute(Method::Cancel); });
-        Flash_.Execute(method);
-    }
-    Progress_.Clear();
-    Conclude(method);
-    return Tell(Environment_, Options_.Json, Report_);
+FlashRun::Surroundings FlashRun::Surround() {
+    return {Environment_.InhibitSleep("A unit's flash memory is being programmed or read"),
+            Environment_.CatchInterrupts([this] { Flash_.Execute(Method::Cancel); })};
 }
 
-void FlashRun::HandleEvents() {
-    Flash_.Message = [this](const std::string& text) { ShowMessage(text); };
-    Flash_.Timing = [this](const std::string& text) { ShowTiming(text); };
-    Flash_.Progress = [this](int block, int total) { ShowProgress(block, total); };
-    Flash_.Trace = [this](const std::string& line) {
-        Progress_.Clear();
-        Environment_.Err << line << '\n';
-    };
-    Flash_.SetDebugEnabled(Environment_.Trace);
-}
-
-void FlashRun::ShowMessage(const std::string& text) {
-    constexpr std::string_view contact = "Contact established at ";
-    Report_.Messages.push_back(text);
-    if (text.starts_with(contact)) {
-        std::from_chars(text.data() + contact.size(), text.data() + text.size(), Report_.Baud);
-    }
-    if (!Options_.Quiet && !Options_.Json) {
-        Progress_.Clear();
-        Environment_.Out << text << std::endl;
-    }
-}
-
-void FlashRun::ShowTiming(const std::string& text) {
-    constexpr std::string_view waiting = "Timeout: ";
-    if (!text.starts_with(waiting)) {
-        TransferStart_ = TransferStart_.value_or(Environment_.Loop.MillisecondClock());
-    } else if (!Options_.Quiet) {
-        Progress_.ShowText("Waiting for the unit: " + text.substr(waiting.size()) + " left (Ctrl+C cancels)");
-    }
-}
-
-void FlashRun::ShowProgress(int block, int totalBlock) {
-    Report_.Blocks = block;
-    Report_.TotalBlocks = totalBlock;
-    if (!Options_.Quiet) {
-        Progress_.ShowBlock(Environment_.Loop.MillisecondClock(), block, totalBlock);
-    }
-}
-
-void FlashRun::Conclude(Method method) {
-    if (TransferStart_) {
-        const std::chrono::duration<double> elapsed = Environment_.Loop.MillisecondClock() - *TransferStart_;
-        Report_.ElapsedSeconds = elapsed.count();
-    }
+void FlashRun::Transfer(Method method, const std::string& file) {
+    Console_.BeginTransfer();
+    Flash_.SetFileName(file);
+    Flash_.Execute(method);
+    const auto said = Console_.EndTransfer();
     if (const auto& error = Flash_.PortError()) {
-        Report_.Status = PortNotAvailable;
-        Report_.Error = WordPortTrouble(*error);
+        FailPort(*error);
         return;
     }
-    Report_.Status = StatusOf(OutcomeOf(Report_.Messages));
-    Report_.Error = WordFailure(method, LineWith(Report_.Messages, "Error:"));
+    Report().Status = StatusOf(OutcomeOf(said));
+    Report().Error = WordFailure(Report(), PortName(), said);
 }
 
-std::string FlashRun::WordFailure(Method method, const std::string& fileTrouble) const {
-    const bool halfWritten = method == Method::Download && Report_.Baud > 0;
-    const std::string after =
-        halfWritten ? " The unit's flash is incomplete: program it again before it is used." : "";
-    switch (Report_.Status) {
-        case NoResponse:
-            return "no response from the unit on " + PortName()
-                   + " within 60 seconds. Is it powered, in its loader, and the cable in the right socket?";
-        case TransmittingError:
-            return "the link to the unit on " + PortName() + " failed "
-                   + (Report_.Baud > 0 ? "at block " + std::to_string(std::max(Report_.Blocks, 1)) + " of "
-                                             + std::to_string(Report_.TotalBlocks)
-                                       : "while it was being set up")
-                   + ". Check the serial cable and try again." + after;
-        case NotCompatible:
-            return "the image is not made for this unit; nothing was written.";
-        case Canceled:
-            return "canceled." + after;
-        case FileUnusable:
-            return WordFileTrouble(fileTrouble);
-        default:
-            return {};
+// The unit's flash goes into the verification file, which lives no longer than this.
+void FlashRun::ReadBack(const std::string& image, const std::string& ifItFails) {
+    const auto blocks = BlocksToReadBack(image);
+    if (!blocks) {
+        Fail(FileUnusable, image + " cannot be verified: " + WordInvalidSize() + ifItFails);
+        return;
     }
+    const auto file = VerificationFile::Claim(Environment_.ProgramFolder);
+    if (!file) {
+        Fail(FileUnusable, "no verification file can be made in " + Utf8Text(Environment_.ProgramFolder)
+                               + "; may that folder be written?" + ifItFails);
+        return;
+    }
+    Console_.Print(Console_.Texts().BeginVerification());
+    Flash_.SetUploadBlock(*blocks);
+    Transfer(Method::Upload, Utf8Text(file->Path()));
+    if (Report().Status == Done) {
+        Judge(image, file->Path());
+        return;
+    }
+    Report().Error += ifItFails;
+    if (Console_.Texts().VerifyCanceled) {
+        Console_.Print(Console_.Texts().EndVerification("Verifying was canceled."));
+    }
+}
+
+void FlashRun::Judge(const std::string& image, const std::filesystem::path& readBack) {
+    const Verdict verdict = JudgeReadBack(image, readBack);
+    Console_.Print(Console_.Texts().EndVerification(verdict.Result));
+    Report().Verdict = verdict;
+    if (!verdict.IsMatch()) {
+        Fail(Differences, "the unit's flash is not what " + image + " holds: " + verdict.Result
+                              + " Program the unit again before it is used.");
+    }
+}
+
+void FlashRun::Log(const std::string& image, bool isUpload) {
+    const auto info = modBinFileInfo::GetBinFileInfo(image);
+    ActivityRecord record = RecordOf(Console_.Texts(), image, SummaryOf(info, /*wholeChecksum=*/false));
+    record.IsUpload = isUpload;
+    WriteActivityLog(Environment_.ProgramFolder, LogOption(Environment_.Setting, Environment_.Store), record,
+                     Environment_.Loop.Now());
+}
+
+void FlashRun::Fail(ExitStatus status, const std::string& error) {
+    Report().Status = status;
+    Report().Error = error;
+}
+
+// The description names the device.
+void FlashRun::FailPort(const CommError& error) {
+    const char* stop = error.Description.ends_with('?') ? "" : ".";
+    Fail(PortNotAvailable,
+         "COM" + std::to_string(Port_.Number) + " is not available. " + error.Description + stop);
+}
+
+int FlashRun::End() {
+    Report().Messages = Console_.Texts().Display;
+    return Tell(Environment_, Options_.Json, Report());
 }
 
 std::string FlashRun::PortName() const {
     return "COM" + std::to_string(Port_.Number) + " (" + Port_.Device + ")";
-}
-
-// The description names the device.
-std::string FlashRun::WordPortTrouble(const CommError& error) const {
-    const char* stop = error.Description.ends_with('?') ? "" : ".";
-    return "COM" + std::to_string(Port_.Number) + " is not available. " + error.Description + stop;
 }
 
 }  // namespace burnwick::cli

@@ -1,54 +1,63 @@
 #pragma once
 
-#include <chrono>
-#include <optional>
+#include <memory>
+#include <span>
 #include <string>
 
 #include "cli/Environment.h"
-#include "cli/ProgressLine.h"
+#include "cli/RunConsole.h"
 #include "cli/RunOptions.h"
-#include "cli/RunReport.h"
 #include "engine/SerialFlash.h"
+#include "platform/MSComm.h"
 #include "ports/PortTable.h"
 
 namespace burnwick::cli {
 
-// One run of the link on the command line: chooses the port, tells what happens while it happens, lets Ctrl+C
-// cancel it, and words what came of it.
+// One run of the link on the command line: chooses the port, lets Ctrl+C cancel it, verifies when that is
+// wanted, leaves a record in the log, and words what came of it. Each run gives the exit status.
 class FlashRun {
 public:
     FlashRun(Environment& environment, const RunOptions& options);
 
-    int Download(const std::string& fileName);
+    // Programs the image; `verify`: then reads it back and compares.
+    int Download(const std::string& image, bool verify);
 
     // `replacesFile`: the file is there, and must not be lost to a port that is not.
-    int Upload(const std::string& fileName, int blocks, bool replacesFile);
+    int Upload(const std::string& file, int blocks, bool replacesFile);
+
+    // Reads the unit's flash and compares it with the image.
+    int Verify(const std::string& image);
 
     // Ends a run that cannot begin because of its file.
     int RefuseFile(const std::string& why);
 
 private:
+    // What surrounds the transfers of a run: the computer stays awake, and Ctrl+C cancels.
+    struct Surroundings {
+        std::unique_ptr<SleepInhibitor> Awake;
+        std::unique_ptr<Interrupt> Canceling;
+    };
+
+    RunReport& Report() { return Console_.Report(); }
+    bool AcceptImage(const std::string& image);
     bool ChoosePort();
     bool PortOpens();
-    // `portFirst`: the port must open before the link may touch the file.
-    int Execute(Method method, bool portFirst);
-    void HandleEvents();
-    void ShowMessage(const std::string& text);
-    void ShowTiming(const std::string& text);
-    void ShowProgress(int block, int totalBlock);
-    void Conclude(Method method);
-    std::string WordFailure(Method method, const std::string& fileTrouble) const;
+    Surroundings Surround();
+    void Transfer(Method method, const std::string& file);
+    void ReadBack(const std::string& image, const std::string& ifItFails);
+    void Judge(const std::string& image, const std::filesystem::path& readBack);
+    void Log(const std::string& image, bool isUpload);
+    void Fail(ExitStatus status, const std::string& error);
+    void FailPort(const CommError& error);
+    int End();
     std::string PortName() const;
-    std::string WordPortTrouble(const CommError& error) const;
 
     Environment& Environment_;
     const RunOptions& Options_;
     PortChoice Port_;
     MSComm Control_;
     SerialFlash Flash_;
-    ProgressLine Progress_;
-    RunReport Report_;
-    std::optional<std::chrono::milliseconds> TransferStart_;
+    RunConsole Console_;
 };
 
 }  // namespace burnwick::cli

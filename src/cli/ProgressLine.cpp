@@ -48,6 +48,13 @@ void ProgressLine::ShowText(const std::string& text) {
     }
 }
 
+void ProgressLine::Restart() {
+    Clear();
+    Percent_ = 0;
+    ToldTens_ = 0;
+    Rate_ = {};
+}
+
 void ProgressLine::Clear() {
     if (Shown_) {
         Err_ << ClearLine << std::flush;

@@ -23,6 +23,9 @@ public:
     // A text in the place of the bar, on a terminal only.
     void ShowText(const std::string& text);
 
+    // Begins anew, for another transfer.
+    void Restart();
+
     // Leaves an empty line behind, for something else to be written on.
     void Clear();
 

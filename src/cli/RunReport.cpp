@@ -43,7 +43,7 @@ int Tell(Environment& environment, bool json, const RunReport& report) {
         PrintError(environment.Err, report.Error);
     }
     if (json && report.Status != WrongUsage) {
-        const nlohmann::ordered_json object{
+        nlohmann::ordered_json object{
             {"result", ResultName(report.Status)},
             {"exitCode", static_cast<int>(report.Status)},
             {"port", report.Port == 0 ? "" : "COM" + std::to_string(report.Port)},
@@ -53,6 +53,10 @@ int Tell(Environment& environment, bool json, const RunReport& report) {
             {"elapsedSeconds", report.ElapsedSeconds},
             {"messages", report.Messages},
         };
+        if (report.Verdict) {
+            const auto& differences = report.Verdict->Differences;
+            object["differences"] = differences ? nlohmann::ordered_json(*differences) : nullptr;
+        }
         // A file name need not be UTF-8; JSON must.
         environment.Out << object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << std::endl;
     }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/Environment.h"
 #include "cli/ExitStatus.h"
+#include "run/Verification.h"
 
 namespace burnwick::cli {
 
@@ -14,10 +16,11 @@ struct RunReport {
     std::string Error;  // one line for the user; empty when all went well
     int Port = 0;       // COM number; 0 when the run ended before one was chosen
     int Baud = 0;       // bit/s that the link reached; 0 when it never came to a contact
-    int Blocks = 0;     // sent or asked for
+    int Blocks = 0;     // sent or asked for, in the last transfer
     int TotalBlocks = 0;
-    double ElapsedSeconds = 0;  // of the transfer
+    double ElapsedSeconds = 0;  // of the last transfer
     std::vector<std::string> Messages;
+    std::optional<burnwick::Verdict> Verdict;  // of a verification that came to one
 };
 
 // Tells what the run's own lines have not told: the error, and the JSON object when it is wanted. Gives the

@@ -19,7 +19,8 @@ int main(int argc, char* argv[]) {
     using namespace burnwick;
     SurviveFailedWrites();
     std::ios::sync_with_stdio(false);
-    modUtility::SetIniPath(ProgramFolder() / "Burnwick.ini");
+    const auto folder = ProgramFolder();
+    modUtility::SetIniPath(folder / "Burnwick.ini");
     const auto loop = NewSystemLoop();
     const bool rewritable = ErrorOutputIsTerminal() && Variable("TERM") != "dumb";
     cli::Environment environment{
@@ -30,6 +31,8 @@ int main(int argc, char* argv[]) {
         .Trace = Variable("BURNWICK_DEBUG") == "1",
         .Loop = *loop,
         .Setting = modUtility::ReadIniValue,
+        .Store = modUtility::WriteIniValue,
+        .ProgramFolder = folder,
         .NewDevice = NewSerialDevice,
         .CatchInterrupts = [&loop](auto request) { return CatchInterrupts(*loop, std::move(request)); },
         .InhibitSleep = InhibitSleep,

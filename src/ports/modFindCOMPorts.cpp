@@ -49,7 +49,7 @@ std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read) {
     return found;
 }
 
-int ChooseStartupPort(MSComm& control, const ReadSetting& read) {
+int ChooseStartupPort(MSComm& control, const ReadSetting& read, const WriteSetting& write) {
     const Probing probing(control);
     const std::string stored = read("COMPort", "COM");
     if (!stored.empty()) {
@@ -60,6 +60,7 @@ int ChooseStartupPort(MSComm& control, const ReadSetting& read) {
     const int before = control.CommPort();
     for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
         if (!TryPort(control, port)) {
+            write("COMPort", "COM", std::to_string(port));
             return port;
         }
     }

@@ -22,8 +22,8 @@ struct FoundPort {
 // the port it had.
 std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read);
 
-// The port that the settings name; when they name none, the first that opens; else the one that the control
-// has. Leaves the control closed.
-int ChooseStartupPort(MSComm& control, const ReadSetting& read);
+// The port that the settings name; when they name none, the first that opens, which they then do; else the
+// one that the control has. Leaves the control closed.
+int ChooseStartupPort(MSComm& control, const ReadSetting& read, const WriteSetting& write);
 
 }  // namespace burnwick::modFindCOMPorts

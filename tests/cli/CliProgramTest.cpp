@@ -10,8 +10,7 @@
 #include <filesystem>
 #include <thread>
 
-#include "support/Program.h"
-#include "support/SampleImages.h"
+#include "cli/CliProgram.h"
 
 namespace burnwick::test {
 
@@ -34,42 +33,15 @@ termios LineSettingsOf(const std::string& line) {
 
 }  // namespace
 
-// The command line as its users run it: a process of its own, a real terminal line, real signals.
-class CliProgram : public ::testing::Test {
-protected:
-    void SetUp() override { setenv("BURNWICK_HOME", (Folder / "home").c_str(), 1); }
-    void TearDown() override { unsetenv("BURNWICK_HOME"); }
-
-    static std::vector<std::string> Cli(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), BURNWICK_CLI);
-        return arguments;
-    }
-    std::vector<std::string> Download(const UnitProgram& unit) {
-        return Cli({"download", Folder.Write("image.bin", AnyBytes(65'536)), "--port", unit.Line()});
-    }
-    std::vector<std::string> Upload(const UnitProgram& unit) const {
-        return Cli({"upload", Folder / "file.bin", "--chip", "2Mbit", "--port", unit.Line()});
-    }
-    // The progress that is told when the block with this fault has just been sent, of 256 and of 1024 blocks:
-    // block 76 is 30 %, block 409 is 40 %.
-    // The unit is back at its start: it has had the finish message, and the port is free.
-    void ExpectUnitToBeServedNext(const UnitProgram& unit) {
-        Program next(Download(unit));
-        EXPECT_EQ(next.Wait().Status, 0) << next.Err();
-    }
-
-    TempFolder Folder;
-};
-
 TEST_F(CliProgram, ProgramsAUnitAndReadsItBack) {
     const UnitProgram unit({"--size", "262144"});
-    Program download(Cli({"download", Folder.Write("image.bin", AnyBytes(262'144)), "--port", unit.Line(),
+    Program download(Cli({"download", Folder.Write("image.bin", SampleImage(262'144)), "--port", unit.Line(),
                           "--baud", "115200"}));
     EXPECT_EQ(download.Wait().Status, 0) << download.Err();
-    EXPECT_TRUE(Eventually([&] { return unit.Flash() == AnyBytes(262'144); }));
+    EXPECT_TRUE(Eventually([&] { return unit.Flash() == SampleImage(262'144); }));
     Program upload(Upload(unit));
     EXPECT_EQ(upload.Wait().Status, 0) << upload.Err();
-    EXPECT_EQ(ReadFile(Folder / "file.bin"), AnyBytes(262'144));
+    EXPECT_EQ(ReadFile(Folder / "file.bin"), SampleImage(262'144));
 }
 
 TEST_F(CliProgram, CancelsWhileItWaitsForTheUnit) {

@@ -1,5 +1,6 @@
 #include "cli/CliTest.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace burnwick::test {
@@ -40,6 +41,9 @@ int CliTest::Run(const std::vector<std::string>& arguments) {
         .Loop = Loop,
         .Setting = [this](const std::string& section,
                           const std::string& key) { return Settings[section + "/" + key]; },
+        .Store = [this](const std::string& section, const std::string& key,
+                        const std::string& value) { Settings[section + "/" + key] = value; },
+        .ProgramFolder = Folder.Path() / "home",
         .NewDevice = [this] { return NewDevice(); },
         .CatchInterrupts =
             [this](std::function<void()> request) {
@@ -53,6 +57,14 @@ int CliTest::Run(const std::vector<std::string>& arguments) {
             },
     };
     return cli::RunCommandLine(arguments, environment);
+}
+
+std::string CliTest::LogText() const {
+    const Bytes bytes = ReadFile(Folder.Path() / "home" / "Burnwick.log");
+    std::string text(bytes.size(), ' ');
+    std::transform(bytes.begin(), bytes.end(), text.begin(),
+                   [](std::byte b) { return static_cast<char>(b); });
+    return text;
 }
 
 std::vector<std::string> CliTest::OutLines() const {

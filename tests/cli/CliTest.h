@@ -23,6 +23,8 @@ namespace burnwick::test {
 // The command line in-process, with a simulated unit at its ports, in virtual time.
 class CliTest : public ::testing::Test {
 protected:
+    CliTest() { std::filesystem::create_directory(Folder.Path() / "home"); }
+
     // Runs the command line on these arguments, and gives its exit status.
     int Run(const std::vector<std::string>& arguments);
 
@@ -31,6 +33,8 @@ protected:
     std::string Err() const { return Err_.str(); }
     std::vector<std::string> OutLines() const;
     std::vector<std::string> ErrLines() const;
+    // The activity log; empty when there is none.
+    std::string LogText() const;
     nlohmann::json Json() const { return nlohmann::json::parse(Out()); }
 
     // Puts a unit at the other end of the line; without one, nobody answers.

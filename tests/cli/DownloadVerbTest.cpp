@@ -21,7 +21,10 @@ using ::testing::StartsWith;
 
 class DownloadVerb : public CliTest {
 protected:
-    std::string Image(std::size_t size = 65'536) { return Folder.Write("image.bin", AnyBytes(size)); }
+    // 64 KiB are an image whatever they hold.
+    std::string Image(std::size_t size = 65'536) {
+        return Folder.Write("image.bin", size == 65'536 ? AnyBytes(size) : SampleImage(size));
+    }
 
     // The run must end with this status and one line on Err about it.
     void ExpectRefusal(int status, const std::vector<std::string>& arguments, const std::string& complaint) {
@@ -183,7 +186,7 @@ TEST_F(DownloadVerb, EndsWith6ForAMissingFile) {
 }
 
 TEST_F(DownloadVerb, EndsWith6ForAFolder) {
-    ExpectRefusal(6, {"download", Folder.Path().string(), "--port", "COM2"}, "(Is a directory).");
+    ExpectRefusal(6, {"download", Folder.Path().string(), "--port", "COM2"}, "(it is a folder).");
 }
 
 TEST_F(DownloadVerb, EndsWith6ForAnUnreadableFile) {
@@ -198,8 +201,25 @@ TEST_F(DownloadVerb, EndsWith6ForAnUnreadableFile) {
     ASSERT_EQ(seteuid(user), 0);
 }
 
-TEST_F(DownloadVerb, EndsWith6ForAnEmptyTooShortTooLongOrWronglySizedFile) {
-    for (const std::size_t size : std::initializer_list<std::size_t>{0, 100, 65'535, 100'000, 2'000'000}) {
+TEST_F(DownloadVerb, EndsWith6ForAFileThatIsNoImage) {
+    for (const Bytes& content : {AnyBytes(262'144), AnyBytes(3), Bytes()}) {
+        const std::string file = Folder.Write("foreign.bin", content);
+        ExpectRefusal(6, {"download", file, "--port", "COM2"}, file + ": Invalid file format.");
+        EXPECT_THAT(ErrLines(), SizeIs(1));
+        EXPECT_EQ(Out(), "");
+    }
+}
+
+TEST_F(DownloadVerb, OpensNoPortForAFileThatIsNoImage) {
+    Connect(UnitOfSize(262'144));
+    EXPECT_EQ(Run({"download", Folder.Write("foreign.bin", AnyBytes(262'144)), "--json"}), 6);
+    EXPECT_EQ(Json()["port"], "");
+    EXPECT_EQ(Unit->Journal().Probes, 0);
+    EXPECT_EQ(LogText(), "");
+}
+
+TEST_F(DownloadVerb, EndsWith6ForAnImageThatIsTruncatedOrTooLong) {
+    for (const std::size_t size : std::initializer_list<std::size_t>{4, 100, 65'535, 100'000, 2'000'000}) {
         ExpectRefusal(6, {"download", Image(size), "--port", "COM2"}, "Invalid file size.");
         EXPECT_THAT(ErrLines(), SizeIs(1));
     }

@@ -44,12 +44,14 @@ protected:
           Control(Loop, std::unique_ptr<SerialDevice>(&Device),
                   [this](int port) { return DeviceOf(port, Read); }) {}
 
-    int StartupPort() { return modFindCOMPorts::ChooseStartupPort(Control, Read); }
+    int StartupPort() { return modFindCOMPorts::ChooseStartupPort(Control, Read, Write); }
 
     std::map<std::string, std::string> Settings;
     ReadSetting Read = [this](const std::string& section, const std::string& key) {
         return Settings[section + "/" + key];
     };
+    WriteSetting Write = [this](const std::string& section, const std::string& key,
+                                const std::string& value) { Settings[section + "/" + key] = value; };
     VirtualLoop Loop;
     std::set<std::string> There;
     SomePorts& Device;
@@ -102,6 +104,17 @@ TEST_F(FindCOMPorts, StartsOnTheFirstPortThatOpensWhenNothingIsStored) {
     There = {"/dev/ttyUSB0", "/dev/ttyUSB1"};
     EXPECT_EQ(StartupPort(), 5);
     EXPECT_THAT(Device.Tried, SizeIs(5));
+}
+
+TEST_F(FindCOMPorts, StoresTheFirstPortThatOpensForTheNextStart) {
+    There = {"/dev/ttyUSB1"};
+    EXPECT_EQ(StartupPort(), 6);
+    EXPECT_EQ(Settings["COMPort/COM"], "6");
+}
+
+TEST_F(FindCOMPorts, StoresNothingWhenNoneOpens) {
+    StartupPort();
+    EXPECT_EQ(Settings["COMPort/COM"], "");
 }
 
 TEST_F(FindCOMPorts, StartsOnTheControlsPortWhenNoneOpens) {

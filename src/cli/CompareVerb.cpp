@@ -1,0 +1,76 @@
+#include "cli/CompareVerb.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
+#include "cli/Wording.h"
+#include "image/modBinFileInfo.h"
+#include "platform/Utf8Path.h"
+#include "run/Verification.h"
+
+namespace burnwick::cli {
+
+namespace {
+
+void PrintJson(std::ostream& out, const std::string& result, std::optional<std::int32_t> differences,
+               const std::string& message) {
+    nlohmann::ordered_json object{{"result", result}, {"differences", nullptr}, {"message", message}};
+    if (differences) {
+        object["differences"] = *differences;
+    }
+    out << object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << std::endl;
+}
+
+bool AreTheSame(const std::string& file1, const std::string& file2) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(Utf8Path(file1), Utf8Path(file2), ignored);
+}
+
+}  // namespace
+
+CLI::App& CompareVerb::AddTo(CLI::App& app) {
+    CLI::App& verb = *app.add_subcommand("compare", "Compare two image files of one type and size");
+    verb.add_option("FILE1", File1_, "An image file")->required();
+    verb.add_option("FILE2", File2_, "Another one")->required();
+    verb.add_flag("--quiet", Quiet_, "Print errors only");
+    verb.add_flag("--json", Json_, "Print one JSON object");
+    verb.footer("Example:\n  burnwick-cli compare firmware.bin backup.bin");
+    return verb;
+}
+
+int CompareVerb::Execute(Environment& environment) {
+    for (const auto& file : {File1_, File2_}) {
+        if (const auto trouble = WordAccessTrouble(file); !trouble.empty()) {
+            return Refuse(environment, FileUnusable, trouble);
+        }
+    }
+    if (AreTheSame(File1_, File2_)) {
+        return Refuse(environment, WrongUsage,
+                      File1_ + " and " + File2_ + " are the same file: name two files to compare.");
+    }
+    std::int32_t differences = 0;
+    const std::string compared = modBinFileInfo::CompareImages(File1_, File2_, differences);
+    const std::string message = ComparisonStatus(compared, differences);
+    if (!compared.empty()) {
+        const bool wereRead = compared.ends_with("mismatched");
+        return Refuse(environment, wereRead ? Differences : FileUnusable, message);
+    }
+    if (Json_) {
+        PrintJson(environment.Out, differences == 0 ? "identical" : "different", differences, message);
+    } else if (!Quiet_) {
+        environment.Out << message << std::endl;
+    }
+    return differences == 0 ? Done : Differences;
+}
+
+int CompareVerb::Refuse(Environment& environment, int status, const std::string& why) const {
+    PrintError(environment.Err, why);
+    if (Json_) {
+        PrintJson(environment.Out, "error", std::nullopt, why);
+    }
+    return status;
+}
+
+}  // namespace burnwick::cli

@@ -1,0 +1,151 @@
+#include "cli/InfoVerb.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <fstream>
+#include <iomanip>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
+#include "cli/Wording.h"
+#include "engine/FlashMessages.h"
+#include "engine/ImageInfo.h"
+#include "image/modBinFileInfo.h"
+#include "platform/Utf8Path.h"
+
+namespace burnwick::cli {
+
+namespace {
+
+using modBinFileInfo::BinFileInfo;
+
+// An image as the link sees it.
+struct LinkView {
+    std::uint64_t Bytes = 0;
+    ImageInfo Image;
+};
+
+LinkView ViewOf(const std::string& fileName) {
+    const auto path = Utf8Path(fileName);
+    std::error_code error;
+    const auto bytes = std::filesystem::file_size(path, error);
+    Bytes beginning(std::min<std::uint64_t>(error ? 0 : bytes, ImageTypeWindow));
+    std::ifstream file(path, std::ios::binary);
+    file.read(reinterpret_cast<char*>(beginning.data()), static_cast<std::streamsize>(beginning.size()));
+    return {error ? 0 : bytes, CheckImageType(bytes, beginning)};
+}
+
+// What a terminal shows as it stands: no control character gets through.
+std::string Printable(const std::string& text) {
+    std::string printable;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
+        if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
+            ++i;  // the upper control characters, as UTF-8
+            printable += '.';
+        } else {
+            printable += byte < 0x20 || byte == 0x7F ? '.' : text[i];
+        }
+    }
+    return printable;
+}
+
+std::string WordChecksum(const BinFileInfo& info) {
+    constexpr int firstKindWithChecksum = 5;
+    const bool wrong = info.ImageKind >= firstKindWithChecksum && info.Checksum == "00000000";
+    return info.Checksum + (wrong ? " (not the one it carries: the image is damaged or incomplete)" : "");
+}
+
+std::string WordKind(const BinFileInfo& info) {
+    return std::to_string(info.ImageKind) + ", family " + std::to_string(info.ImageFamily)
+           + ", type code ends in " + info.TypeSuffix + (info.IsBootCode ? ", boot code" : "");
+}
+
+std::string WordLink(const LinkView& view) {
+    const ImageInfo& image = view.Image;
+    std::string text =
+        "family " + std::to_string(image.ImageFamily) + ", type " + std::to_string(image.ImageType);
+    text += IsLimitedTo57600(image) ? ", 57600 bit/s at most" : ", up to 115200 bit/s";
+    text += CarriesItsLength(image) ? ", tells its own length" : "";
+    return text + (NeedsIdentity(image, view.Bytes) ? ", the unit is asked what it is" : "");
+}
+
+void PrintText(std::ostream& out, const std::string& fileName, const BinFileInfo& info,
+               const LinkView& view) {
+    const auto field = [&out](const char* name, const std::string& value) {
+        out << "  " << std::left << std::setw(12) << name << Printable(value) << '\n';
+    };
+    out << Printable(fileName) << '\n';
+    field("Model", info.Model);
+    field("Version", info.Version);
+    field("Language", info.Language);
+    field("Date stamp", info.DateStamp);
+    field("Checksum", WordChecksum(info));
+    field("Size", info.FileSize + " (" + std::to_string(view.Bytes) + " bytes)");
+    field("Image file", info.ImageFileName);
+    field("Kind", WordKind(info));
+    field("Link", WordLink(view));
+    out << std::flush;
+}
+
+void PrintJson(std::ostream& out, const BinFileInfo& info, const ImageInfo& link) {
+    const nlohmann::ordered_json object{
+        {"Checksum", info.Checksum},
+        {"ChecksumShort", info.ChecksumShort},
+        {"Version", info.Version},
+        {"Language", info.Language},
+        {"DateStamp", info.DateStamp},
+        {"Model", info.Model},
+        {"FileName", info.FileName},
+        {"ImageFileName", info.ImageFileName},
+        {"FilePath", info.FilePath},
+        {"FileSize", info.FileSize},
+        {"ImageFamily", info.ImageFamily},
+        {"ImageKind", info.ImageKind},
+        {"TypeSuffix", info.TypeSuffix},
+        {"IsBootCode", info.IsBootCode},
+        {"HasBinaryHeader", info.HasBinaryHeader},
+        {"HeaderFormat", info.HeaderFormat},
+        {"SignaturePos", info.SignaturePos},
+        {"Link",
+         {{"ImageFamily", link.ImageFamily},
+          {"ImageType", link.ImageType},
+          {"ImageTypeText", link.ImageTypeText},
+          {"ImageModel", link.ImageModel},
+          {"ImageSubModel", link.ImageSubModel},
+          {"FilesizeHex", link.FilesizeHex}}},
+    };
+    out << object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << std::endl;
+}
+
+}  // namespace
+
+CLI::App& InfoVerb::AddTo(CLI::App& app) {
+    CLI::App& verb = *app.add_subcommand("info", "Show what image files tell of themselves");
+    verb.add_option("IMAGE", Images_, "The image files")->required();
+    verb.add_flag("--json", Json_, "Print one JSON object an image, each on a line");
+    verb.footer("Example:\n  burnwick-cli info firmware.bin");
+    return verb;
+}
+
+int InfoVerb::Execute(Environment& environment) {
+    int status = Done;
+    for (const auto& image : Images_) {
+        if (const auto refusal = WordImageRefusal(image); !refusal.empty()) {
+            PrintError(environment.Err, refusal);
+            status = FileUnusable;
+            continue;
+        }
+        const BinFileInfo info = modBinFileInfo::GetBinFileInfo(image);
+        const LinkView view = ViewOf(image);
+        if (Json_) {
+            PrintJson(environment.Out, info, view.Image);
+        } else {
+            PrintText(environment.Out, image, info, view);
+        }
+    }
+    return status;
+}
+
+}  // namespace burnwick::cli

@@ -1,0 +1,92 @@
+#include "cli/Wording.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "image/modBinFileInfo.h"
+
+namespace burnwick::cli {
+
+namespace {
+
+// The error line of the link as a sentence of the command line's.
+std::string WordFileTrouble(std::span<const std::string> said) {
+    constexpr std::string_view mark = "Error: ";
+    const auto found = std::find_if(said.begin(), said.end(),
+                                    [](const std::string& line) { return line.starts_with(mark); });
+    if (found == said.end()) {
+        return {};
+    }
+    const std::string text = found->substr(mark.size());
+    return text == "Invalid file size." ? WordInvalidSize() : text;
+}
+
+std::string WordTransmittingError(const RunReport& report, const std::string& portName) {
+    const std::string when = report.Baud > 0 ? "at block " + std::to_string(std::max(report.Blocks, 1))
+                                                   + " of " + std::to_string(report.TotalBlocks)
+                                             : "while it was being set up";
+    return "the link to the unit on " + portName + " failed " + when
+           + ". Check the serial cable and try again.";
+}
+
+}  // namespace
+
+ExitStatus StatusOf(RunOutcome outcome) {
+    switch (outcome) {
+        case RunOutcome::Ok:
+            return Done;
+        case RunOutcome::NoResponse:
+            return NoResponse;
+        case RunOutcome::TransmittingError:
+            return TransmittingError;
+        case RunOutcome::NotCompatible:
+            return NotCompatible;
+        case RunOutcome::Canceled:
+            return Canceled;
+        case RunOutcome::FileError:
+            break;
+    }
+    return FileUnusable;
+}
+
+std::string WordAccessTrouble(const std::string& fileName) {
+    const auto trouble = modBinFileInfo::ReadTrouble(fileName);
+    return trouble.empty() ? "" : "Cannot access to " + fileName + " (" + trouble + ").";
+}
+
+std::string WordImageRefusal(const std::string& fileName) {
+    if (const auto trouble = WordAccessTrouble(fileName); !trouble.empty()) {
+        return trouble;
+    }
+    const auto invalid = modBinFileInfo::CheckFileFormat(fileName);
+    return invalid.empty()
+               ? ""
+               : fileName + ": " + invalid + " It does not begin like an image; is it the right file?";
+}
+
+std::string WordInvalidSize() {
+    return "Invalid file size. An image has 65536, 262144, 524288 or 1048576 bytes, unless it is of a type "
+           "that"
+           " tells its own length; is this the right file, and is it whole?";
+}
+
+std::string WordFailure(const RunReport& report, const std::string& portName,
+                        std::span<const std::string> said) {
+    switch (report.Status) {
+        case NoResponse:
+            return "no response from the unit on " + portName
+                   + " within 60 seconds. Is it powered, in its loader, and the cable in the right socket?";
+        case TransmittingError:
+            return WordTransmittingError(report, portName);
+        case NotCompatible:
+            return "the image is not made for this unit; nothing was written.";
+        case Canceled:
+            return "canceled.";
+        case FileUnusable:
+            return WordFileTrouble(said);
+        default:
+            return {};
+    }
+}
+
+}  // namespace burnwick::cli

@@ -1,0 +1,39 @@
+#include "run/Summary.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/Utf8Path.h"
+
+namespace burnwick {
+
+SoftwareSummary SummaryOf(const modBinFileInfo::BinFileInfo& info, bool wholeChecksum) {
+    constexpr int firstKindWithChecksum = 5;
+    const bool whole = wholeChecksum || info.ImageKind >= firstKindWithChecksum;
+    return {whole ? info.Checksum : info.ChecksumShort, info.Version, info.Language, info.DateStamp};
+}
+
+ActivityRecord RecordOf(const RunTexts& texts, const std::string& imageFileName,
+                        const SoftwareSummary& summary) {
+    ActivityRecord record;
+    for (const auto& line : texts.Display) {
+        record.Display += line + "\n";
+    }
+    std::error_code error;
+    const auto path = std::filesystem::absolute(Utf8Path(imageFileName), error);
+    record.ImageFileName = error ? imageFileName : Utf8Text(path);
+    record.Status = texts.Status;
+    record.Timing = texts.Timing;
+    record.Checksum = summary.Checksum;
+    record.Version = summary.Version;
+    record.DateStamp = summary.DateStamp;
+    record.Language = summary.Language;
+    if (const auto bytes = std::filesystem::file_size(Utf8Path(imageFileName), error); !error) {
+        record.Size = modBinFileInfo::FormatFileSize(bytes);
+    }
+    record.Verifying = texts.Verifying;
+    record.Result = texts.Result;
+    return record;
+}
+
+}  // namespace burnwick

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "image/modBinFileInfo.h"
+#include "log/ActivityLog.h"
+#include "run/RunTexts.h"
+
+namespace burnwick {
+
+// What a user is shown of an image.
+struct SoftwareSummary {
+    std::string Checksum;
+    std::string Version;
+    std::string Language;
+    std::string DateStamp;
+};
+
+// The checksum is shown whole for the newer kinds, whose images carry their own, or when `wholeChecksum` asks
+// for it; else its last four digits.
+SoftwareSummary SummaryOf(const modBinFileInfo::BinFileInfo& info, bool wholeChecksum);
+
+// The log's record of a run on an image file, but for the run's kind and its verification's result.
+ActivityRecord RecordOf(const RunTexts& texts, const std::string& imageFileName,
+                        const SoftwareSummary& summary);
+
+}  // namespace burnwick

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/FileLock.h"
+
+namespace burnwick {
+
+// Blocks that are read back to verify an image of so many bytes: a 256th part, rounded to the nearest number,
+// halves to the even one.
+std::uint64_t VerificationBlocks(std::uint64_t imageBytes);
+
+// What comparing a unit's flash with its image came to.
+struct Verdict {
+    std::string Result;                       // "Verifying was successfully.", or "Verifying error: …"
+    std::optional<std::int32_t> Differences;  // bytes; nothing when the two could not be compared
+
+    bool IsMatch() const { return Differences == 0; }
+};
+
+// Compares what was read back with the image.
+Verdict JudgeReadBack(const std::string& imageFileName, const std::filesystem::path& readBack);
+
+// What a comparison of two files came to, as a sentence, from what CompareImages gave.
+std::string ComparisonStatus(const std::string& compared, std::int32_t differences);
+
+// The file that a unit is read back into. It is this process's own while the object lives, and goes with it;
+// what a killed process left behind goes when the next one takes the name.
+class VerificationFile {
+public:
+    // "Verify.tmp" in the folder; "Verify2.tmp" and so on while other processes verify. Nothing when the
+    // folder cannot be written.
+    static std::unique_ptr<VerificationFile> Claim(const std::filesystem::path& folder);
+
+    VerificationFile(const VerificationFile&) = delete;
+    VerificationFile& operator=(const VerificationFile&) = delete;
+    ~VerificationFile();
+
+    const std::filesystem::path& Path() const { return Path_; }
+
+private:
+    VerificationFile(std::filesystem::path path, std::unique_ptr<FileLock> lock);
+
+    std::filesystem::path Path_;
+    std::unique_ptr<FileLock> Lock_;
+};
+
+}  // namespace burnwick

@@ -1,0 +1,129 @@
+#include "run/Summary.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "run/LogOption.h"
+#include "support/SampleImages.h"
+#include "support/TempFolder.h"
+
+namespace burnwick::test {
+
+namespace {
+
+modBinFileInfo::BinFileInfo InfoOfKind(int kind) {
+    modBinFileInfo::BinFileInfo info;
+    info.Checksum = "1234ABCD";
+    info.ChecksumShort = "ABCD";
+    info.Version = "4.10";
+    info.Language = "English/French";
+    info.DateStamp = "07/22/2004";
+    info.ImageKind = kind;
+    return info;
+}
+
+}  // namespace
+
+TEST(Summary, ShowsTheLastFourDigitsOfAnOlderImagesChecksum) {
+    EXPECT_EQ(SummaryOf(InfoOfKind(3), false).Checksum, "ABCD");
+}
+
+TEST(Summary, ShowsTheWholeChecksumOfANewerImage) {
+    EXPECT_EQ(SummaryOf(InfoOfKind(5), false).Checksum, "1234ABCD");
+}
+
+TEST(Summary, ShowsTheWholeChecksumOfAnyImageWhenAsked) {
+    EXPECT_EQ(SummaryOf(InfoOfKind(3), true).Checksum, "1234ABCD");
+}
+
+TEST(Summary, ShowsVersionLanguageAndDateAsTheyAre) {
+    const auto summary = SummaryOf(InfoOfKind(3), false);
+    EXPECT_EQ(summary.Version, "4.10");
+    EXPECT_EQ(summary.Language, "English/French");
+    EXPECT_EQ(summary.DateStamp, "07/22/2004");
+}
+
+class RunRecord : public ::testing::Test {
+protected:
+    ActivityRecord RecordOfImage(std::size_t size) {
+        return RecordOf(Texts, Folder.Write("image.bin", AnyBytes(size)), SummaryOf(InfoOfKind(3), false));
+    }
+
+    TempFolder Folder;
+    RunTexts Texts;
+};
+
+TEST_F(RunRecord, HoldsAllThatTheRunSaid) {
+    Texts.TakeMessage("Opening image.bin...");
+    Texts.TakeMessage("Start time: Friday.");
+    EXPECT_EQ(RecordOfImage(700).Display, "Opening image.bin...\nStart time: Friday.\n");
+}
+
+TEST_F(RunRecord, HoldsStatusTimingAndSummary) {
+    Texts.Timing = "Elapsed time: 00:42";
+    Texts.TakeMessage("Programming was completed successfully.");
+    const auto record = RecordOfImage(700);
+    EXPECT_EQ(record.Status, "Programming was completed successfully.");
+    EXPECT_EQ(record.Timing, "Elapsed time: 00:42");
+    EXPECT_EQ(record.Checksum, "ABCD");
+    EXPECT_EQ(record.Version, "4.10");
+    EXPECT_EQ(record.DateStamp, "07/22/2004");
+    EXPECT_EQ(record.Language, "English/French");
+}
+
+TEST_F(RunRecord, HoldsTheFullPathOfTheImage) {
+    const auto before = std::filesystem::current_path();
+    Folder.Write("image.bin", {});
+    std::filesystem::current_path(Folder.Path());
+    EXPECT_EQ(RecordOf(Texts, "image.bin", {}).ImageFileName,
+              (std::filesystem::current_path() / "image.bin").string());
+    std::filesystem::current_path(before);
+}
+
+TEST_F(RunRecord, TellsTheSizeInWholeKB) {
+    EXPECT_EQ(RecordOfImage(700).Size, "00KB");
+    EXPECT_EQ(RecordOfImage(1'572'864).Size, "1,536KB");
+}
+
+TEST_F(RunRecord, TellsNoSizeOfAFileThatIsGone) {
+    EXPECT_EQ(RecordOf(Texts, Folder / "gone.bin", {}).Size, "");
+}
+
+TEST_F(RunRecord, HoldsTheResultOfAVerification) {
+    EXPECT_FALSE(RecordOfImage(700).Verifying);
+    Texts.BeginVerification();
+    Texts.EndVerification("Verifying was successfully.");
+    const auto record = RecordOfImage(700);
+    EXPECT_TRUE(record.Verifying);
+    EXPECT_EQ(record.Result, "Verifying was successfully.");
+}
+
+TEST(LogOption, IsSetToAllWhereNothingIsStored) {
+    std::string stored;
+    const auto read = [&](const std::string&, const std::string&) { return stored; };
+    const auto write = [&](const std::string& section, const std::string& key, const std::string& value) {
+        EXPECT_EQ(section, "Options");
+        EXPECT_EQ(key, "LogOption");
+        stored = value;
+    };
+    EXPECT_EQ(LogOption(read, write), "&All");
+    EXPECT_EQ(stored, "&All");
+}
+
+TEST(LogOption, IsKeptAsItIsStored) {
+    for (const char* stored : {"&All", "&Summary", "&Disable", "nonsense"}) {
+        const auto read = [&](const std::string&, const std::string&) { return std::string(stored); };
+        const auto write = [](const std::string&, const std::string&, const std::string&) { FAIL(); };
+        EXPECT_EQ(LogOption(read, write), stored);
+    }
+}
+
+TEST(LogOption, IsEmptyWhereItCannotBeStored) {
+    const auto read = [](const std::string&, const std::string&) { return std::string(); };
+    const auto write = [](const std::string&, const std::string&, const std::string&) {};
+    EXPECT_EQ(LogOption(read, write), "");
+}
+
+}  // namespace burnwick::test

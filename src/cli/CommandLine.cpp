@@ -47,7 +47,7 @@ std::string WordUsageError(const CLI::App& app, const CLI::ParseError& error) {
 
 }  // namespace
 
-int RunCommandLine(const std::vector<std::string>& arguments, Environment& environment) {
+int RunCommandLine(const std::vector<std::string>& words, Environment& environment) {
     CLI::App app("Programs, reads and checks the flash memory of a video unit over a serial line",
                  "burnwick-cli");
     app.set_version_flag("--version", "burnwick-cli " BURNWICK_VERSION " (build " BURNWICK_BUILD ")");
@@ -62,14 +62,16 @@ int RunCommandLine(const std::vector<std::string>& arguments, Environment& envir
         {std::make_unique<PortsVerb>(), nullptr},
     }};
     for (auto& [verb, parser] : verbs) {
-        parser = &verb->AddTo(app);
+        parser = app.add_subcommand(verb->Name(), verb->Help());
+        Arguments arguments(*parser);
+        verb->Declare(arguments);
     }
-    if (const std::string unknown = UnknownVerb(app, arguments); !unknown.empty()) {
+    if (const std::string unknown = UnknownVerb(app, words); !unknown.empty()) {
         PrintError(environment.Err, unknown + ": no such verb. Try: burnwick-cli --help");
         return WrongUsage;
     }
     try {
-        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::Success& wanted) {
         return app.exit(wanted, environment.Out, environment.Err);
     } catch (const CLI::ParseError& error) {

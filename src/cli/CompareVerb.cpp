@@ -1,6 +1,5 @@
 #include "cli/CompareVerb.h"
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <system_error>
@@ -30,14 +29,12 @@ bool AreTheSame(const std::string& file1, const std::string& file2) {
 
 }  // namespace
 
-CLI::App& CompareVerb::AddTo(CLI::App& app) {
-    CLI::App& verb = *app.add_subcommand("compare", "Compare two image files of one type and size");
-    verb.add_option("FILE1", File1_, "An image file")->required();
-    verb.add_option("FILE2", File2_, "Another one")->required();
-    verb.add_flag("--quiet", Quiet_, "Print errors only");
-    verb.add_flag("--json", Json_, "Print one JSON object");
-    verb.footer("Example:\n  burnwick-cli compare firmware.bin backup.bin");
-    return verb;
+void CompareVerb::Declare(Arguments& arguments) {
+    arguments.AddRequired("FILE1", File1_, "An image file");
+    arguments.AddRequired("FILE2", File2_, "Another one");
+    arguments.AddFlag("--quiet", Quiet_, "Print errors only");
+    arguments.AddFlag("--json", Json_, "Print one JSON object");
+    arguments.AddExample("burnwick-cli compare firmware.bin backup.bin");
 }
 
 int CompareVerb::Execute(Environment& environment) {

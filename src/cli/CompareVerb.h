@@ -7,7 +7,9 @@ namespace burnwick::cli {
 // Tells whether two image files are the same, or in how many bytes they differ.
 class CompareVerb final : public Verb {
 public:
-    CLI::App& AddTo(CLI::App& app) override;
+    std::string Name() const override { return "compare"; }
+    std::string Help() const override { return "Compare two image files of one type and size"; }
+    void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 
 private:

@@ -8,7 +8,9 @@ namespace burnwick::cli {
 // Programs a unit from an image file.
 class DownloadVerb final : public Verb {
 public:
-    CLI::App& AddTo(CLI::App& app) override;
+    std::string Name() const override { return "download"; }
+    std::string Help() const override { return "Program a unit's flash memory from an image file"; }
+    void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 
 private:

@@ -1,6 +1,6 @@
 #include "cli/InfoVerb.h"
 
-#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
@@ -121,12 +121,10 @@ void PrintJson(std::ostream& out, const BinFileInfo& info, const ImageInfo& link
 
 }  // namespace
 
-CLI::App& InfoVerb::AddTo(CLI::App& app) {
-    CLI::App& verb = *app.add_subcommand("info", "Show what image files tell of themselves");
-    verb.add_option("IMAGE", Images_, "The image files")->required();
-    verb.add_flag("--json", Json_, "Print one JSON object an image, each on a line");
-    verb.footer("Example:\n  burnwick-cli info firmware.bin");
-    return verb;
+void InfoVerb::Declare(Arguments& arguments) {
+    arguments.AddRequired("IMAGE", Images_, "The image files");
+    arguments.AddFlag("--json", Json_, "Print one JSON object an image, each on a line");
+    arguments.AddExample("burnwick-cli info firmware.bin");
 }
 
 int InfoVerb::Execute(Environment& environment) {

@@ -9,7 +9,9 @@ namespace burnwick::cli {
 // Shows what image files tell of themselves, and what the link makes of them.
 class InfoVerb final : public Verb {
 public:
-    CLI::App& AddTo(CLI::App& app) override;
+    std::string Name() const override { return "info"; }
+    std::string Help() const override { return "Show what image files tell of themselves"; }
+    void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 
 private:

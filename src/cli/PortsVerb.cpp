@@ -1,6 +1,5 @@
 #include "cli/PortsVerb.h"
 
-#include <CLI/CLI.hpp>
 #include <iomanip>
 #include <nlohmann/json.hpp>
 
@@ -42,11 +41,9 @@ void PrintTable(std::ostream& out, const Ports& ports) {
 
 }  // namespace
 
-CLI::App& PortsVerb::AddTo(CLI::App& app) {
-    CLI::App& verb = *app.add_subcommand("ports", "List the serial ports of this computer");
-    verb.add_flag("--json", Json_, "Print a JSON array");
-    verb.footer("Example:\n  burnwick-cli ports");
-    return verb;
+void PortsVerb::Declare(Arguments& arguments) {
+    arguments.AddFlag("--json", Json_, "Print a JSON array");
+    arguments.AddExample("burnwick-cli ports");
 }
 
 int PortsVerb::Execute(Environment& environment) {

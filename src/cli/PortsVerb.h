@@ -7,7 +7,9 @@ namespace burnwick::cli {
 // Lists the serial ports that are there, usable or not.
 class PortsVerb final : public Verb {
 public:
-    CLI::App& AddTo(CLI::App& app) override;
+    std::string Name() const override { return "ports"; }
+    std::string Help() const override { return "List the serial ports of this computer"; }
+    void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 
 private:

@@ -2,9 +2,7 @@
 
 #include <string>
 
-namespace CLI {
-class App;
-}
+#include "cli/Arguments.h"
 
 namespace burnwick::cli {
 
@@ -15,7 +13,7 @@ struct RunOptions {
     bool Quiet = false;
     bool Json = false;
 
-    void AddTo(CLI::App& verb);
+    void Declare(Arguments& arguments);
 };
 
 }  // namespace burnwick::cli

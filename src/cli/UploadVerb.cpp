@@ -1,6 +1,5 @@
 #include "cli/UploadVerb.h"
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <map>
 
@@ -15,17 +14,13 @@ const std::map<std::string, int> Chips{{"1Mbit", 256}, {"2Mbit", 1024}, {"4Mbit"
 
 }  // namespace
 
-CLI::App& UploadVerb::AddTo(CLI::App& app) {
-    CLI::App& verb = *app.add_subcommand("upload", "Read a unit's flash memory into a new image file");
-    verb.add_option("FILE", File_, "The file to create")->required();
-    verb.add_option("--chip", Chip_, "The flash chip: 1Mbit, 2Mbit, 4Mbit or 8Mbit")
-        ->type_name("SIZE")
-        ->required()
-        ->check(CLI::IsMember({"1Mbit", "2Mbit", "4Mbit", "8Mbit"}));
-    verb.add_flag("--force", Force_, "Replace FILE when it exists");
-    Options_.AddTo(verb);
-    verb.footer("Example:\n  burnwick-cli upload backup.bin --port COM5 --chip 8Mbit");
-    return verb;
+void UploadVerb::Declare(Arguments& arguments) {
+    arguments.AddRequired("FILE", File_, "The file to create");
+    arguments.AddRequiredChoice("--chip", Chip_, "SIZE", {"1Mbit", "2Mbit", "4Mbit", "8Mbit"},
+                                "The flash chip: 1Mbit, 2Mbit, 4Mbit or 8Mbit");
+    arguments.AddFlag("--force", Force_, "Replace FILE when it exists");
+    Options_.Declare(arguments);
+    arguments.AddExample("burnwick-cli upload backup.bin --port COM5 --chip 8Mbit");
 }
 
 int UploadVerb::Execute(Environment& environment) {

@@ -8,7 +8,9 @@ namespace burnwick::cli {
 // Reads a unit's flash memory into a new file.
 class UploadVerb final : public Verb {
 public:
-    CLI::App& AddTo(CLI::App& app) override;
+    std::string Name() const override { return "upload"; }
+    std::string Help() const override { return "Read a unit's flash memory into a new image file"; }
+    void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 
 private:

@@ -2,12 +2,9 @@
 
 #include <string>
 
+#include "cli/Arguments.h"
 #include "cli/Environment.h"
 #include "cli/ExitStatus.h"
-
-namespace CLI {
-class App;
-}
 
 namespace burnwick::cli {
 
@@ -16,8 +13,13 @@ class Verb {
 public:
     virtual ~Verb() = default;
 
-    // Adds the verb with its arguments.
-    virtual CLI::App& AddTo(CLI::App& app) = 0;
+    // As it is typed.
+    virtual std::string Name() const = 0;
+
+    // What it does, in a line of the help.
+    virtual std::string Help() const = 0;
+
+    virtual void Declare(Arguments& arguments) = 0;
 
     // The exit status. Bad input has been told on Err by then, in one line.
     virtual int Execute(Environment& environment) = 0;

@@ -1,17 +1,13 @@
 #include "cli/VerifyVerb.h"
 
-#include <CLI/CLI.hpp>
-
 #include "cli/FlashRun.h"
 
 namespace burnwick::cli {
 
-CLI::App& VerifyVerb::AddTo(CLI::App& app) {
-    CLI::App& verb = *app.add_subcommand("verify", "Compare a unit's flash memory with an image file");
-    verb.add_option("IMAGE", Image_, "The image file")->required();
-    Options_.AddTo(verb);
-    verb.footer("Example:\n  burnwick-cli verify firmware.bin --port COM5 --baud 115200");
-    return verb;
+void VerifyVerb::Declare(Arguments& arguments) {
+    arguments.AddRequired("IMAGE", Image_, "The image file");
+    Options_.Declare(arguments);
+    arguments.AddExample("burnwick-cli verify firmware.bin --port COM5 --baud 115200");
 }
 
 int VerifyVerb::Execute(Environment& environment) {

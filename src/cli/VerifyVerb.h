@@ -8,7 +8,9 @@ namespace burnwick::cli {
 // Reads a unit's flash memory, and compares it with an image file.
 class VerifyVerb final : public Verb {
 public:
-    CLI::App& AddTo(CLI::App& app) override;
+    std::string Name() const override { return "verify"; }
+    std::string Help() const override { return "Compare a unit's flash memory with an image file"; }
+    void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 
 private:

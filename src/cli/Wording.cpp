@@ -11,7 +11,7 @@ namespace {
 
 // The error line of the link as a sentence of the command line's.
 std::string WordFileTrouble(std::span<const std::string> said) {
-    constexpr std::string_view mark = "Error: ";
+    static constexpr std::string_view mark = "Error: ";
     const auto found = std::find_if(said.begin(), said.end(),
                                     [](const std::string& line) { return line.starts_with(mark); });
     if (found == said.end()) {
@@ -55,7 +55,7 @@ std::string WordAccessTrouble(const std::string& fileName) {
 }
 
 std::string WordImageRefusal(const std::string& fileName) {
-    if (const auto trouble = WordAccessTrouble(fileName); !trouble.empty()) {
+    if (auto trouble = WordAccessTrouble(fileName); !trouble.empty()) {
         return trouble;
     }
     const auto invalid = modBinFileInfo::CheckFileFormat(fileName);

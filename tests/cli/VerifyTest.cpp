@@ -13,7 +13,6 @@ using simulator::Fault;
 using ::testing::Contains;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 
@@ -111,7 +110,7 @@ TEST_F(Verification, CountsTheDifferences) {
     ConnectUnit({}, true);
     const std::string image = Folder.Write("image.bin", [] {
         Bytes bytes = SampleImage(Size);
-        for (const std::size_t at : {1'000, 2'000, 200'000}) {
+        for (const std::size_t at : std::initializer_list<std::size_t>{1'000, 2'000, 200'000}) {
             bytes[at] ^= std::byte{1};
         }
         return bytes;

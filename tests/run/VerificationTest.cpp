@@ -50,7 +50,7 @@ TEST_F(ReadBack, ThatIsTheImageWasSuccessful) {
 
 TEST_F(ReadBack, ThatDiffersIn3BytesSaysSo) {
     Bytes readBack = Image;
-    for (const std::size_t at : {100, 200, 65'535}) {
+    for (const std::size_t at : std::initializer_list<std::size_t>{100, 200, 65'535}) {
         readBack[at] ^= std::byte{1};
     }
     const Verdict verdict = Judge(readBack);

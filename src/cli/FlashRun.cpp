@@ -51,7 +51,8 @@ int FlashRun::Download(const std::string& image, bool verify) {
     }
     const auto surroundings = Surround();
     Transfer(Method::Download, image);
-    if (Report().Status != Done && Report().Baud > 0) {
+    const bool brokenOff = Report().Status == TransmittingError || Report().Status == Canceled;
+    if (brokenOff && Report().Baud > 0) {
         Report().Error += " The unit's flash is incomplete: program it again before it is used.";
     } else if (Report().Status == Done && verify) {
         ReadBack(image, " The programming was completed, but it is not verified.");

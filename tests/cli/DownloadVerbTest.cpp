@@ -136,7 +136,8 @@ TEST_F(DownloadVerb, EndsWith3WhenTheImageDoesNotSuitTheUnit) {
     options.Ident = '{';
     Connect(options);
     const std::string image = Folder.Write("image.bin", ImageWith(70'000, 0, {0xC0, 0xDE, 0x01, 0x49}));
-    ExpectRefusal(3, {"download", image, "--port", "COM2"}, "not made for this unit");
+    ExpectRefusal(3, {"download", image, "--port", "COM2"}, "not made for this unit; nothing was written.");
+    EXPECT_THAT(Err(), Not(HasSubstr("incomplete")));
     EXPECT_EQ(Unit->Flash(), AnyBytes(131'072, 7));
 }
 

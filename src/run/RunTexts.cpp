@@ -12,11 +12,6 @@ bool Contains(const std::string& text, std::string_view part) {
     return text.find(part) != std::string::npos;
 }
 
-// A line with a file's name in it, which may hold any words.
-bool NamesAFile(const std::string& text) {
-    return text.starts_with("Opening ") || text.starts_with("Error:");
-}
-
 bool IsOutcome(const std::string& text) {
     static constexpr std::array<std::string_view, 4> marks{"successfully", "The software", "Transmitting",
                                                            "canceled."};
@@ -24,6 +19,10 @@ bool IsOutcome(const std::string& text) {
 }
 
 }  // namespace
+
+bool NamesAFile(const std::string& line) {
+    return line.starts_with("Opening ") || line.starts_with("Error:");
+}
 
 std::span<const std::string> RunTexts::TakeMessage(const std::string& text) {
     const auto had = Display.size();

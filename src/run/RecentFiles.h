@@ -1,0 +1,22 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "ports/PortTable.h"
+
+namespace burnwick {
+
+// The image files used last, the most recent first; an empty text where there is none. They are kept in
+// section "LastOpenFile" of the settings, under "1" to "4".
+using RecentFiles = std::array<std::string, 4>;
+
+RecentFiles ReadRecentFiles(const ReadSetting& read);
+
+// Makes a path the most recent one. A path that is there already, in whatever case, moves to the front.
+void AddRecentFile(const std::string& path, const ReadSetting& read, const WriteSetting& write);
+
+// False for a run that leaves no usable file: an upload that was cancelled, by its status text.
+bool LeavesRecentFile(const std::string& status, bool isUpload);
+
+}  // namespace burnwick

@@ -1,0 +1,90 @@
+#include "run/WindowTexts.h"
+
+#include <gtest/gtest.h>
+
+namespace burnwick::test {
+
+namespace {
+
+const RunKind Download{"Burnwick", "unit.bin", false, false};
+const RunKind Upload{"Burnwick", "unit.bin", true, false};
+const RunKind ReadBack{"Burnwick", "unit.bin", false, true};
+
+}  // namespace
+
+TEST(PercentOf, CutsFractionsOff) {
+    EXPECT_EQ(PercentOf(1, 3), 33);
+    EXPECT_EQ(PercentOf(2, 3), 66);
+    EXPECT_EQ(PercentOf(3, 3), 100);
+    EXPECT_EQ(PercentOf(32'767, 32'767), 100);
+}
+
+TEST(PercentOf, IsZeroWithoutBlocks) {
+    EXPECT_EQ(PercentOf(0, 0), 0);
+}
+
+TEST(BlockText, TellsWhatIsDoneWithTheBlock) {
+    EXPECT_EQ(BlockText(Download, 3, 256), "Sending block 3 of 256 blocks");
+    EXPECT_EQ(BlockText(Upload, 3, 256), "Reading block 3 of 256 blocks");
+    EXPECT_EQ(BlockText(ReadBack, 3, 256), "Verifying block 3 of 256 blocks");
+}
+
+TEST(CaptionAfter, TheUnitIsReadyNamesTheFile) {
+    EXPECT_EQ(CaptionAfter(Download, "Getting ready to start programming..."),
+              "Burnwick - Programming unit.bin...");
+    EXPECT_EQ(CaptionAfter(Upload, "Getting ready to upload data..."), "Burnwick - Uploading unit.bin...");
+}
+
+TEST(CaptionAfter, TheUnitIsReadyToBeReadBackStays) {
+    EXPECT_EQ(CaptionAfter(ReadBack, "Getting ready to upload data..."), std::nullopt);
+}
+
+TEST(CaptionAfter, AnOutcomeIsTheOutcomeWithoutItsFullStop) {
+    EXPECT_EQ(CaptionAfter(Download, "Programming was completed successfully."),
+              "Burnwick - Programming was completed successfully");
+    EXPECT_EQ(CaptionAfter(Download, "The software is not compatible."),
+              "Burnwick - The software is not compatible");
+    EXPECT_EQ(CaptionAfter(Upload, "Transmitting error."), "Burnwick - Transmitting error");
+    EXPECT_EQ(CaptionAfter(Upload, "Uploading was canceled."), "Burnwick - Uploading was canceled");
+}
+
+TEST(CaptionAfter, ATimeoutIsTheTimeout) {
+    EXPECT_EQ(CaptionAfter(Download, "Timeout."), "Burnwick - Timeout");
+}
+
+TEST(CaptionAfter, AnyOtherLineStays) {
+    for (const char* line :
+         {" ", "Erasing the chip...", "Please wait for a few seconds...", "Timeout",
+          "Opening successfully.bin...", "Error: Cannot access to canceled.bin (it is a folder)."}) {
+        EXPECT_EQ(CaptionAfter(Download, line), std::nullopt) << line;
+    }
+}
+
+TEST(AwayCaption, TellsTheTimeLeftToWait) {
+    EXPECT_EQ(AwayCaption("Timeout: 42 seconds", 0), "Burnwick - 42 seconds");
+}
+
+TEST(AwayCaption, TellsHowFarATransferHasCome) {
+    EXPECT_EQ(AwayCaption("Elapsed time: 00:42", 66), "Burnwick - 66%");
+}
+
+TEST(AwayCaption, IsShortBeforeThereIsAnyTiming) {
+    EXPECT_EQ(AwayCaption("", 0), "Burnwick - ");
+}
+
+TEST(OffersVerification, AfterAProgrammingThatSucceededWhenTheSettingSaysSo) {
+    EXPECT_TRUE(OffersVerification("Programming was completed successfully.", "1", false));
+}
+
+TEST(OffersVerification, NeverOtherwise) {
+    EXPECT_FALSE(OffersVerification("Programming was completed successfully.", "1", true));
+    for (const char* setting : {"", "0", "11", "Yes"}) {
+        EXPECT_FALSE(OffersVerification("Programming was completed successfully.", setting, false))
+            << setting;
+    }
+    for (const char* status : {"Transmitting error.", "Programming was canceled.", "Timeout."}) {
+        EXPECT_FALSE(OffersVerification(status, "1", false)) << status;
+    }
+}
+
+}  // namespace burnwick::test

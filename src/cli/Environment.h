@@ -6,7 +6,6 @@
 #include <ostream>
 #include <string>
 
-#include "platform/Interrupt.h"
 #include "platform/MessageLoop.h"
 #include "platform/SerialDevice.h"
 #include "platform/SleepInhibitor.h"
@@ -26,7 +25,8 @@ struct Environment {
     WriteSetting Store;
     std::filesystem::path ProgramFolder;  // of the log and the verification file
     std::function<std::unique_ptr<SerialDevice>()> NewDevice;
-    std::function<std::unique_ptr<Interrupt>(std::function<void()> request)> CatchInterrupts;
+    // From now on Ctrl+C and its like are handed to `request`, inside the loop's Yield, and end nothing.
+    std::function<void(std::function<void()> request)> CatchInterrupts;
     std::function<std::unique_ptr<SleepInhibitor>(const std::string& why)> InhibitSleep;
 };
 

@@ -49,7 +49,7 @@ int FlashRun::Download(const std::string& image, bool verify) {
     if (!AcceptImage(image) || !ChoosePort()) {
         return End();
     }
-    const auto surroundings = Surround();
+    const auto awake = Prepare();
     Transfer(Method::Download, image);
     const bool brokenOff = Report().Status == TransmittingError || Report().Status == Canceled;
     if (brokenOff && Report().Baud > 0) {
@@ -66,7 +66,7 @@ int FlashRun::Upload(const std::string& file, int blocks, bool replacesFile) {
     if (!ChoosePort() || (replacesFile && !PortOpens())) {
         return End();
     }
-    const auto surroundings = Surround();
+    const auto awake = Prepare();
     Flash_.SetUploadBlock(static_cast<std::int16_t>(blocks));
     Transfer(Method::Upload, file);
     Report().TotalBlocks = blocks;
@@ -78,7 +78,7 @@ int FlashRun::Verify(const std::string& image) {
     if (!AcceptImage(image) || !ChoosePort()) {
         return End();
     }
-    const auto surroundings = Surround();
+    const auto awake = Prepare();
     ReadBack(image, "");
     RunTexts& texts = Console_.Texts();
     texts.Status = texts.Result.empty() ? texts.Status : texts.Result;
@@ -131,9 +131,9 @@ bool FlashRun::PortOpens() {
     return true;
 }
 
-FlashRun::Surroundings FlashRun::Surround() {
-    return {Environment_.InhibitSleep("A unit's flash memory is being programmed or read"),
-            Environment_.CatchInterrupts([this] { Flash_.Execute(Method::Cancel); })};
+std::unique_ptr<SleepInhibitor> FlashRun::Prepare() {
+    Environment_.CatchInterrupts([this] { Flash_.Execute(Method::Cancel); });
+    return Environment_.InhibitSleep("A unit's flash memory is being programmed or read");
 }
 
 void FlashRun::Transfer(Method method, const std::string& file) {

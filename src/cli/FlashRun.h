@@ -32,17 +32,12 @@ public:
     int RefuseFile(const std::string& why);
 
 private:
-    // What surrounds the transfers of a run: the computer stays awake, and Ctrl+C cancels.
-    struct Surroundings {
-        std::unique_ptr<SleepInhibitor> Awake;
-        std::unique_ptr<Interrupt> Canceling;
-    };
-
     RunReport& Report() { return Console_.Report(); }
     bool AcceptImage(const std::string& image);
     bool ChoosePort();
     bool PortOpens();
-    Surroundings Surround();
+    // Ctrl+C cancels from now on, and the computer stays awake while the result lives.
+    std::unique_ptr<SleepInhibitor> Prepare();
     void Transfer(Method method, const std::string& file);
     void ReadBack(const std::string& image, const std::string& ifItFails);
     void Judge(const std::string& image, const std::filesystem::path& readBack);

@@ -2,11 +2,16 @@
 #include <iostream>
 
 #include "cli/CommandLine.h"
+#include "platform/Interrupt.h"
 #include "platform/ProgramFolder.h"
 #include "platform/System.h"
 #include "settings/modUtility.h"
 
 namespace {
+
+// Kept to the very end of the process: a request that comes when the work is done must not change the outcome
+// that was told.
+burnwick::Interrupt* Caught = nullptr;
 
 std::string Variable(const char* name) {
     const char* value = std::getenv(name);
@@ -34,7 +39,8 @@ int main(int argc, char* argv[]) {
         .Store = modUtility::WriteIniValue,
         .ProgramFolder = folder,
         .NewDevice = NewSerialDevice,
-        .CatchInterrupts = [&loop](auto request) { return CatchInterrupts(*loop, std::move(request)); },
+        .CatchInterrupts =
+            [&loop](auto request) { Caught = CatchInterrupts(*loop, std::move(request)).release(); },
         .InhibitSleep = InhibitSleep,
     };
     return cli::RunCommandLine({argv + 1, argv + argc}, environment);

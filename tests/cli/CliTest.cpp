@@ -32,7 +32,6 @@ int CliTest::Run(const std::vector<std::string>& arguments) {
     Out_.str({});
     Err_.str({});
     class Awake final : public SleepInhibitor {};
-    class Caught final : public Interrupt {};
     cli::Environment environment{
         .Out = Out_,
         .Err = Err_,
@@ -45,11 +44,7 @@ int CliTest::Run(const std::vector<std::string>& arguments) {
                         const std::string& value) { Settings[section + "/" + key] = value; },
         .ProgramFolder = Folder.Path() / "home",
         .NewDevice = [this] { return NewDevice(); },
-        .CatchInterrupts =
-            [this](std::function<void()> request) {
-                Interrupt_ = std::move(request);
-                return std::make_unique<Caught>();
-            },
+        .CatchInterrupts = [this](std::function<void()> request) { Interrupt_ = std::move(request); },
         .InhibitSleep =
             [this](const std::string& why) {
                 SleepReasons.push_back(why);

@@ -1,6 +1,7 @@
 #include "cli/Arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <string>
 
 namespace burnwick::cli {
 
@@ -28,7 +29,11 @@ void Arguments::AddFlag(const std::string& name, bool& into, const std::string& 
 
 void Arguments::AddOption(const std::string& name, std::string& into, const std::string& value,
                           const std::string& help) {
-    Verb_.add_option(name, into, help)->type_name(value);
+    // An unset variable of a script must not count as no option.
+    const auto notEmpty = [](const std::string& given) {
+        return given.empty() ? std::string("it is empty") : std::string();
+    };
+    Verb_.add_option(name, into, help)->type_name(value)->check(notEmpty);
 }
 
 void Arguments::AddChoice(const std::string& name, std::string& into, const std::string& value,

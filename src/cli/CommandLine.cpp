@@ -45,6 +45,16 @@ std::string WordUsageError(const CLI::App& app, const CLI::ParseError& error) {
     return text + ". Try: burnwick-cli" + verb + " --help";
 }
 
+// What cannot be printed is told as an error: an empty file must not pass for an answer.
+int Execute(Verb& verb, Environment& environment) {
+    const int status = verb.Execute(environment);
+    if (environment.Out.flush()) {
+        return status;
+    }
+    PrintError(environment.Err, "the output cannot be written. Is the disk full, or its reader gone?");
+    return status == Done && !verb.IsRun() ? FileUnusable : status;
+}
+
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& words, Environment& environment) {
@@ -80,7 +90,7 @@ int RunCommandLine(const std::vector<std::string>& words, Environment& environme
     }
     for (auto& [verb, parser] : verbs) {
         if (parser->parsed()) {
-            return verb->Execute(environment);
+            return Execute(*verb, environment);
         }
     }
     return WrongUsage;

@@ -10,6 +10,7 @@ class DownloadVerb final : public Verb {
 public:
     std::string Name() const override { return "download"; }
     std::string Help() const override { return "Program a unit's flash memory from an image file"; }
+    bool IsRun() const override { return true; }
     void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 

@@ -4,13 +4,11 @@
 #include <system_error>
 
 #include "cli/Wording.h"
-#include "image/modBinFileInfo.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
 #include "run/LogOption.h"
 #include "run/Summary.h"
-#include "run/Verification.h"
 
 namespace burnwick::cli {
 
@@ -46,7 +44,7 @@ FlashRun::FlashRun(Environment& environment, const RunOptions& options)
 }
 
 int FlashRun::Download(const std::string& image, bool verify) {
-    if (!AcceptImage(image) || !ChoosePort()) {
+    if (!AcceptImage(image) || (verify && !PrepareReadBack(image)) || !ChoosePort()) {
         return End();
     }
     const auto awake = Prepare();
@@ -70,12 +68,13 @@ int FlashRun::Upload(const std::string& file, int blocks, bool replacesFile) {
     Flash_.SetUploadBlock(static_cast<std::int16_t>(blocks));
     Transfer(Method::Upload, file);
     Report().TotalBlocks = blocks;
+    Image_ = modBinFileInfo::GetBinFileInfo(file);
     Log(file, /*isUpload=*/true);
     return End();
 }
 
 int FlashRun::Verify(const std::string& image) {
-    if (!AcceptImage(image) || !ChoosePort()) {
+    if (!AcceptImage(image) || !PrepareReadBack(image) || !ChoosePort()) {
         return End();
     }
     const auto awake = Prepare();
@@ -95,8 +94,28 @@ int FlashRun::RefuseFile(const std::string& why) {
 bool FlashRun::AcceptImage(const std::string& image) {
     if (const std::string refusal = WordImageRefusal(image); !refusal.empty()) {
         Fail(FileUnusable, refusal);
+        return false;
     }
-    return Report().Status == Done;
+    Image_ = modBinFileInfo::GetBinFileInfo(image);
+    return true;
+}
+
+// False when the unit's flash could not be read back and compared: better told before the unit is touched
+// than afterwards.
+bool FlashRun::PrepareReadBack(const std::string& image) {
+    const auto blocks = BlocksToReadBack(image);
+    if (!blocks) {
+        Fail(FileUnusable, image + " cannot be verified: " + WordInvalidSize());
+        return false;
+    }
+    Flash_.SetUploadBlock(*blocks);
+    ReadBackFile_ = VerificationFile::Claim(Environment_.ProgramFolder, Utf8Path(image));
+    if (!ReadBackFile_) {
+        Fail(FileUnusable, "no verification file can be made in " + Utf8Text(Environment_.ProgramFolder)
+                               + "; may that folder be written?");
+        return false;
+    }
+    return true;
 }
 
 // False when there is no such port; the report then says so.
@@ -151,43 +170,41 @@ void FlashRun::Transfer(Method method, const std::string& file) {
 
 // The unit's flash goes into the verification file, which lives no longer than this.
 void FlashRun::ReadBack(const std::string& image, const std::string& ifItFails) {
-    const auto blocks = BlocksToReadBack(image);
-    if (!blocks) {
-        Fail(FileUnusable, image + " cannot be verified: " + WordInvalidSize() + ifItFails);
-        return;
-    }
-    const auto file = VerificationFile::Claim(Environment_.ProgramFolder);
-    if (!file) {
-        Fail(FileUnusable, "no verification file can be made in " + Utf8Text(Environment_.ProgramFolder)
-                               + "; may that folder be written?" + ifItFails);
-        return;
-    }
     Console_.Print(Console_.Texts().BeginVerification());
-    Flash_.SetUploadBlock(*blocks);
-    Transfer(Method::Upload, Utf8Text(file->Path()));
+    Transfer(Method::Upload, Utf8Text(ReadBackFile_->Path()));
     if (Report().Status == Done) {
-        Judge(image, file->Path());
-        return;
+        Judge(image, ifItFails);
+    } else {
+        Report().Error += ifItFails;
     }
-    Report().Error += ifItFails;
     if (Console_.Texts().VerifyCanceled) {
         Console_.Print(Console_.Texts().EndVerification("Verifying was canceled."));
     }
+    ReadBackFile_.reset();
 }
 
-void FlashRun::Judge(const std::string& image, const std::filesystem::path& readBack) {
-    const Verdict verdict = JudgeReadBack(image, readBack);
+void FlashRun::Judge(const std::string& image, const std::string& ifItFails) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(ReadBackFile_->Path(), ignored)) {
+        Fail(FileUnusable, "what was read back is gone: somebody deleted " + Utf8Text(ReadBackFile_->Path())
+                               + "." + ifItFails);
+        return;
+    }
+    const Verdict verdict = JudgeReadBack(image, ReadBackFile_->Path());
     Console_.Print(Console_.Texts().EndVerification(verdict.Result));
     Report().Verdict = verdict;
-    if (!verdict.IsMatch()) {
-        Fail(Differences, "the unit's flash is not what " + image + " holds: " + verdict.Result
-                              + " Program the unit again before it is used.");
+    if (verdict.IsMatch()) {
+        return;
+    }
+    if (modBinFileInfo::GetBinFileInfo(image).Checksum != Image_.Checksum) {
+        Fail(FileUnusable, image + " is not what it was when the run began." + ifItFails);
+    } else {
+        Fail(verdict.WasRead ? Differences : FileUnusable, WordMismatch(image, verdict));
     }
 }
 
 void FlashRun::Log(const std::string& image, bool isUpload) {
-    const auto info = modBinFileInfo::GetBinFileInfo(image);
-    ActivityRecord record = RecordOf(Console_.Texts(), image, SummaryOf(info, /*wholeChecksum=*/false));
+    ActivityRecord record = RecordOf(Console_.Texts(), image, SummaryOf(Image_, /*wholeChecksum=*/false));
     record.IsUpload = isUpload;
     WriteActivityLog(Environment_.ProgramFolder, LogOption(Environment_.Setting, Environment_.Store), record,
                      Environment_.Loop.Now());

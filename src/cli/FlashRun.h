@@ -8,8 +8,10 @@
 #include "cli/RunConsole.h"
 #include "cli/RunOptions.h"
 #include "engine/SerialFlash.h"
+#include "image/modBinFileInfo.h"
 #include "platform/MSComm.h"
 #include "ports/PortTable.h"
+#include "run/Verification.h"
 
 namespace burnwick::cli {
 
@@ -34,13 +36,14 @@ public:
 private:
     RunReport& Report() { return Console_.Report(); }
     bool AcceptImage(const std::string& image);
+    bool PrepareReadBack(const std::string& image);
     bool ChoosePort();
     bool PortOpens();
     // Ctrl+C cancels from now on, and the computer stays awake while the result lives.
     std::unique_ptr<SleepInhibitor> Prepare();
     void Transfer(Method method, const std::string& file);
     void ReadBack(const std::string& image, const std::string& ifItFails);
-    void Judge(const std::string& image, const std::filesystem::path& readBack);
+    void Judge(const std::string& image, const std::string& ifItFails);
     void Log(const std::string& image, bool isUpload);
     void Fail(ExitStatus status, const std::string& error);
     void FailPort(const CommError& error);
@@ -53,6 +56,8 @@ private:
     MSComm Control_;
     SerialFlash Flash_;
     RunConsole Console_;
+    modBinFileInfo::BinFileInfo Image_;  // as it was before the run, or what an upload has read
+    std::unique_ptr<VerificationFile> ReadBackFile_;
 };
 
 }  // namespace burnwick::cli

@@ -11,6 +11,7 @@
 #include "engine/FlashMessages.h"
 #include "engine/ImageInfo.h"
 #include "image/modBinFileInfo.h"
+#include "platform/PlainText.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick::cli {
@@ -33,22 +34,6 @@ LinkView ViewOf(const std::string& fileName) {
     std::ifstream file(path, std::ios::binary);
     file.read(reinterpret_cast<char*>(beginning.data()), static_cast<std::streamsize>(beginning.size()));
     return {error ? 0 : bytes, CheckImageType(bytes, beginning)};
-}
-
-// What a terminal shows as it stands: no control character gets through.
-std::string Printable(const std::string& text) {
-    std::string printable;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
-        if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
-            ++i;  // the upper control characters, as UTF-8
-            printable += '.';
-        } else {
-            printable += byte < 0x20 || byte == 0x7F ? '.' : text[i];
-        }
-    }
-    return printable;
 }
 
 std::string WordChecksum(const BinFileInfo& info) {
@@ -74,9 +59,9 @@ std::string WordLink(const LinkView& view) {
 void PrintText(std::ostream& out, const std::string& fileName, const BinFileInfo& info,
                const LinkView& view) {
     const auto field = [&out](const char* name, const std::string& value) {
-        out << "  " << std::left << std::setw(12) << name << Printable(value) << '\n';
+        out << "  " << std::left << std::setw(12) << name << PlainText(value, '.') << '\n';
     };
-    out << Printable(fileName) << '\n';
+    out << PlainText(fileName, '.') << '\n';
     field("Model", info.Model);
     field("Version", info.Version);
     field("Language", info.Language);

@@ -3,6 +3,8 @@
 #include <charconv>
 #include <string_view>
 
+#include "platform/PlainText.h"
+
 namespace burnwick::cli {
 
 RunConsole::RunConsole(Environment& environment, const RunOptions& options)
@@ -46,7 +48,7 @@ void RunConsole::Print(std::span<const std::string> lines) {
     }
     Progress_.Clear();
     for (const auto& line : lines) {
-        Environment_.Out << line << '\n';
+        Environment_.Out << PlainText(line, '.') << '\n';
     }
     Environment_.Out << std::flush;
 }

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/Verb.h"
+#include "platform/PlainText.h"
 
 namespace burnwick::cli {
 
@@ -35,7 +36,8 @@ const char* ResultName(ExitStatus status) {
 }  // namespace
 
 void PrintError(std::ostream& err, const std::string& text) {
-    err << "burnwick-cli: " << text << std::endl;
+    // A file's name may hold anything, and an error is one line.
+    err << "burnwick-cli: " << PlainText(text, '.') << std::endl;
 }
 
 int Tell(Environment& environment, bool json, const RunReport& report) {

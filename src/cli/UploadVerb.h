@@ -10,6 +10,7 @@ class UploadVerb final : public Verb {
 public:
     std::string Name() const override { return "upload"; }
     std::string Help() const override { return "Read a unit's flash memory into a new image file"; }
+    bool IsRun() const override { return true; }
     void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 

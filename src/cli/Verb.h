@@ -21,6 +21,9 @@ public:
 
     virtual void Declare(Arguments& arguments) = 0;
 
+    // True for a verb that does more than print: its outcome stands, whether it can be printed or not.
+    virtual bool IsRun() const { return false; }
+
     // The exit status. Bad input has been told on Err by then, in one line.
     virtual int Execute(Environment& environment) = 0;
 };

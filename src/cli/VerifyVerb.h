@@ -10,6 +10,7 @@ class VerifyVerb final : public Verb {
 public:
     std::string Name() const override { return "verify"; }
     std::string Help() const override { return "Compare a unit's flash memory with an image file"; }
+    bool IsRun() const override { return true; }
     void Declare(Arguments& arguments) override;
     int Execute(Environment& environment) override;
 

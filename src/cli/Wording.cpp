@@ -21,6 +21,12 @@ std::string WordFileTrouble(std::span<const std::string> said) {
     return text == "Invalid file size." ? WordInvalidSize() : text;
 }
 
+// The link keeps a unit's own data out of a read-back of this kind.
+bool IsSmallBootCode(const std::string& image) {
+    const auto info = modBinFileInfo::GetBinFileInfo(image);
+    return info.IsBootCode && info.FileSize == "64KB";
+}
+
 std::string WordTransmittingError(const RunReport& report, const std::string& portName) {
     const std::string when = report.Baud > 0 ? "at block " + std::to_string(std::max(report.Blocks, 1))
                                                    + " of " + std::to_string(report.TotalBlocks)
@@ -47,6 +53,23 @@ ExitStatus StatusOf(RunOutcome outcome) {
             break;
     }
     return FileUnusable;
+}
+
+std::string WordMismatch(const std::string& image, const Verdict& verdict) {
+    const std::string what = image + " is not verified: " + verdict.Result;
+    if (!verdict.WasRead) {
+        return what;
+    }
+    if (verdict.Result.find("size mismatched") != std::string::npos) {
+        return what
+               + " Its length is no multiple of 256 bytes, and that of a read-back is; the unit may be "
+                 "right.";
+    }
+    if (!verdict.Differences && IsSmallBootCode(image)) {
+        return what + " 64 KB of boot code are read back without the unit's own first bytes; the unit may be right.";
+    }
+    return "the unit's flash is not what " + image + " holds: " + verdict.Result
+           + " Program the unit again before it is used.";
 }
 
 std::string WordAccessTrouble(const std::string& fileName) {

@@ -6,6 +6,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/RunReport.h"
 #include "run/RunOutcome.h"
+#include "run/Verification.h"
 
 namespace burnwick::cli {
 
@@ -15,6 +16,9 @@ ExitStatus StatusOf(RunOutcome outcome);
 // `said` the lines of the transfer.
 std::string WordFailure(const RunReport& report, const std::string& portName,
                         std::span<const std::string> said);
+
+// One line about a unit whose flash was read back and is not known to be the image.
+std::string WordMismatch(const std::string& image, const Verdict& verdict);
 
 // Why a file cannot be read; empty when it can.
 std::string WordAccessTrouble(const std::string& fileName);

@@ -22,6 +22,7 @@ std::string Variable(const char* name) {
 
 int main(int argc, char* argv[]) {
     using namespace burnwick;
+    KeepStandardStreams();
     SurviveFailedWrites();
     std::ios::sync_with_stdio(false);
     const auto folder = ProgramFolder();

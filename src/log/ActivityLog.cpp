@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/FileLock.h"
+#include "platform/PlainText.h"
 
 namespace burnwick {
 
@@ -23,15 +24,8 @@ constexpr std::size_t KeptRecords = 30;
 constexpr std::chrono::seconds LongestWait{2};
 
 // The log's text for a line, whatever is in it: a line break inside would part the record.
-std::string Line(std::string text) {
-    const auto isControl = [](char c) {
-        constexpr unsigned char firstPrintable = 0x20;
-        constexpr unsigned char deleteCharacter = 0x7F;
-        const auto value = static_cast<unsigned char>(c);
-        return value < firstPrintable || value == deleteCharacter;
-    };
-    std::replace_if(text.begin(), text.end(), isControl, ' ');
-    return text.append(LineEnd);
+std::string Line(const std::string& text) {
+    return PlainText(text, ' ').append(LineEnd);
 }
 
 std::string Formatted(const char* format, const std::tm& time) {

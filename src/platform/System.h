@@ -13,6 +13,10 @@ std::unique_ptr<MessageLoop> NewSystemLoop();
 // The system's serial ports.
 std::unique_ptr<SerialDevice> NewSerialDevice();
 
+// Opens standard input, output and error to nowhere where a caller has closed them: a port or a file would
+// take their place otherwise, and have in it what is printed. To be called before anything is opened.
+void KeepStandardStreams();
+
 // True when standard error is a terminal, on which a line can be rewritten.
 bool ErrorOutputIsTerminal();
 

@@ -3,10 +3,12 @@
 namespace burnwick {
 
 std::string LogOption(const ReadSetting& read, const WriteSetting& write) {
-    if (read("Options", "LogOption").empty()) {
-        write("Options", "LogOption", "&All");
+    std::string option = read("Options", "LogOption");
+    if (option.empty()) {
+        option = "&All";
+        write("Options", "LogOption", option);
     }
-    return read("Options", "LogOption");
+    return option;
 }
 
 }  // namespace burnwick

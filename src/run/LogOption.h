@@ -6,7 +6,8 @@
 
 namespace burnwick {
 
-// How much the log is to hold, as the settings say; where they say nothing, "&All" is set there first.
+// How much the log is to hold, as the settings say; where they say nothing it is "&All", and they say so from
+// then on.
 std::string LogOption(const ReadSetting& read, const WriteSetting& write);
 
 }  // namespace burnwick

@@ -29,9 +29,10 @@ Verdict JudgeReadBack(const std::string& imageFileName, const std::filesystem::p
     const std::string compared =
         modBinFileInfo::CompareImages(imageFileName, Utf8Text(readBack), differences);
     if (!compared.empty()) {
+        const bool wasRead = compared.ends_with("mismatched");
         const std::string reason =
             compared.starts_with(ErrorMark) ? compared.substr(ErrorMark.size()) : compared;
-        return {"Verifying error: " + reason + ".", std::nullopt};
+        return {"Verifying error: " + reason + ".", std::nullopt, wasRead};
     }
     if (differences != 0) {
         return {"Verifying error: " + std::to_string(differences) + " bytes are different.", differences};
@@ -52,10 +53,15 @@ std::string ComparisonStatus(const std::string& compared, std::int32_t differenc
     return "File 1 and File 2 are identical.";
 }
 
-std::unique_ptr<VerificationFile> VerificationFile::Claim(const std::filesystem::path& folder) {
+std::unique_ptr<VerificationFile> VerificationFile::Claim(const std::filesystem::path& folder,
+                                                          const std::filesystem::path& image) {
     using namespace std::chrono_literals;
     for (int i = 1; i <= MostAtOnce; ++i) {
         const std::string name = i == 1 ? "Verify.tmp" : "Verify" + std::to_string(i) + ".tmp";
+        std::error_code ignored;
+        if (std::filesystem::equivalent(folder / name, image, ignored)) {
+            continue;
+        }
         if (auto lock = LockFile(folder / (name + ".lock"), 0ms)) {
             return std::unique_ptr<VerificationFile>(new VerificationFile(folder / name, std::move(lock)));
         }

@@ -18,6 +18,7 @@ std::uint64_t VerificationBlocks(std::uint64_t imageBytes);
 struct Verdict {
     std::string Result;                       // "Verifying was successfully.", or "Verifying error: …"
     std::optional<std::int32_t> Differences;  // bytes; nothing when the two could not be compared
+    bool WasRead = true;                      // false when one of the two files could not be read
 
     bool IsMatch() const { return Differences == 0; }
 };
@@ -32,9 +33,10 @@ std::string ComparisonStatus(const std::string& compared, std::int32_t differenc
 // what a killed process left behind goes when the next one takes the name.
 class VerificationFile {
 public:
-    // "Verify.tmp" in the folder; "Verify2.tmp" and so on while other processes verify. Nothing when the
-    // folder cannot be written.
-    static std::unique_ptr<VerificationFile> Claim(const std::filesystem::path& folder);
+    // "Verify.tmp" in the folder; "Verify2.tmp" and so on while other processes verify, or where the image
+    // itself has that name. Nothing when the folder cannot be written.
+    static std::unique_ptr<VerificationFile> Claim(const std::filesystem::path& folder,
+                                                   const std::filesystem::path& image);
 
     VerificationFile(const VerificationFile&) = delete;
     VerificationFile& operator=(const VerificationFile&) = delete;

@@ -1,6 +1,8 @@
+#include <fcntl.h>
 #include <grp.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <string_view>
@@ -190,6 +192,34 @@ TEST_F(CliFiles, WorksWhereNeitherSettingsNorLogCanBeWritten) {
     EXPECT_EQ(HomeFile("Burnwick.log"), "/old.bin\r\n");
     EXPECT_EQ(HomeFile("Burnwick.ini"), "[Options]\r\nLogOption=&All\r\n");
     fs::permissions(Home(), static_cast<fs::perms>(0755));
+}
+
+TEST_F(CliFiles, PrintsNeitherIntoAFileNorOntoTheLineWhenItsStreamsAreClosed) {
+    const Bytes image = SampleImage(262'144);
+    Folder.Write("image.bin", image);
+    for (const auto& closed : {std::vector{0, 1}, {1, 2}, {0, 1, 2}}) {
+        const UnitProgram unit({"--size", "262144"});
+        const auto closeThem = [&closed] { std::for_each(closed.begin(), closed.end(), close); };
+        for (const auto& run : {Verified(unit), Upload(unit)}) {
+            fs::remove(Folder / "file.bin");
+            EXPECT_EQ(Program(run, closeThem).Wait().Status, 0);
+        }
+        EXPECT_TRUE(ReadFile(Folder / "file.bin") == image);
+    }
+}
+
+TEST_F(CliFiles, TellsThatItsAnswerCannotBeWritten) {
+    const std::string image = Folder.Write("image.bin", SampleImage());
+    Program info(Cli({"info", image}), [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+    EXPECT_EQ(info.Wait().Status, 6);
+    EXPECT_THAT(info.Err(), HasSubstr("the output cannot be written"));
+}
+
+TEST_F(CliFiles, KeepsTheOutcomeOfARunThatCannotBePrinted) {
+    const UnitProgram unit({"--size", "262144"});
+    Program run(Download(unit), [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+    EXPECT_EQ(run.Wait().Status, 0);
+    EXPECT_THAT(run.Err(), HasSubstr("the output cannot be written"));
 }
 
 TEST_F(CliFiles, ProgramsOnWhenTheLogIsAFolder) {

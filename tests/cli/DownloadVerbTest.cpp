@@ -232,6 +232,21 @@ TEST_F(DownloadVerb, SendsNothingWhenTheFileIsRefused) {
     EXPECT_EQ(Unit->Journal().Probes, 0);
 }
 
+TEST_F(DownloadVerb, RefusesAnEmptyPortRatherThanTakeTheSettings) {
+    Connect(UnitOfSize(131'072));
+    Settings["COMPort/COM"] = "3";
+    EXPECT_EQ(Run({"download", Image(), "--port", ""}), 64);
+    EXPECT_THAT(ErrLines(), SizeIs(1));
+    EXPECT_EQ(Unit->Journal().Probes, 0);
+}
+
+TEST_F(DownloadVerb, PrintsAFileNameWithALineBreakAsOneLine) {
+    const std::string image = Folder / "no\nsuch\x1B[31m.bin";
+    EXPECT_EQ(Run({"download", image, "--port", "COM2"}), 6);
+    EXPECT_THAT(ErrLines(), SizeIs(1));
+    EXPECT_THAT(Err(), HasSubstr("no.such.[31m.bin"));
+}
+
 TEST_F(DownloadVerb, UsesADevicePathUnderTheNumberOfTheTable) {
     Settings["Ports/COM7"] = Folder / "line";
     Folder.Write("line", {});

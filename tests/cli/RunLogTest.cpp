@@ -60,6 +60,12 @@ TEST_F(RunLog, HoldsWhatAVerificationFound) {
     EXPECT_THAT(LogText(), HasSubstr("\r\nVerification: Verifying error: "));
 }
 
+TEST_F(RunLog, TellsOfTheImageThatWasSentThoughTheFileHasChanged) {
+    Loop.At(Loop.Time() + 300ms, [this] { Folder.Write("image.bin", AnyBytes(Size)); });
+    EXPECT_EQ(Download(), 0);
+    EXPECT_THAT(LogText(), HasSubstr("\r\nVersion: 4.10\r\n"));
+}
+
 TEST_F(RunLog, HoldsAnUploadWithWhatWasRead) {
     auto options = UnitOfSize(Size);
     options.Flash = SampleImage(Size);

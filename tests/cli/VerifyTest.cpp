@@ -243,7 +243,7 @@ TEST_F(Verification, EndsWith6WhereNoFileCanBeMade) {
 
 TEST_F(Verification, TakesAnotherNameWhileAnotherCopyVerifies) {
     ConnectUnit({}, true);
-    const auto other = VerificationFile::Claim(Folder.Path() / "home");
+    const auto other = VerificationFile::Claim(Folder.Path() / "home", {});
     Folder.Write("home/Verify.tmp", AnyBytes(10));
     EXPECT_EQ(Verify(), 0);
     EXPECT_THAT(Out(), HasSubstr("Verify2.tmp"));
@@ -255,6 +255,55 @@ TEST_F(Verification, ReplacesAFileThatWasLeftBehind) {
     Folder.Write("home/Verify.tmp", AnyBytes(10));
     EXPECT_EQ(Verify(), 0);
     ExpectNoVerificationFile();
+}
+
+TEST_F(Verification, NeverTakesTheImageForTheVerificationFile) {
+    Connect(UnitOfSize(Size));
+    const std::string image = Folder.Write("home/Verify.tmp", SampleImage(Size));
+    EXPECT_EQ(Run({"verify", image, "--port", "COM2"}), 7);
+    EXPECT_THAT(Out(), HasSubstr("Verify2.tmp"));
+    EXPECT_EQ(ReadFile(image), SampleImage(Size));
+}
+
+TEST_F(Verification, WritesNoResultWhenWhatWasReadIsGone) {
+    ConnectUnit({}, true);
+    Loop.At(Loop.Time() + 300ms, [this] { fs::remove(Folder.Path() / "home" / "Verify.tmp"); });
+    EXPECT_EQ(Verify(), 6);
+    EXPECT_THAT(Out(), Not(HasSubstr("Verifying was")));
+    EXPECT_THAT(Out(), Not(HasSubstr("Verifying error")));
+    EXPECT_THAT(ErrLines().back(), HasSubstr("what was read back is gone"));
+}
+
+TEST_F(Verification, DoesNotBlameTheUnitForAnImageThatHasChanged) {
+    ConnectUnit({}, false);
+    const std::string image = Image();
+    Loop.At(Loop.Time() + 300ms, [this] { Folder.Write("image.bin", AnyBytes(Size)); });
+    EXPECT_EQ(Run({"download", image, "--port", "COM2", "--verify"}), 6);
+    EXPECT_THAT(ErrLines().back(), HasSubstr("is not what it was when the run began."));
+    EXPECT_THAT(ErrLines().back(), Not(HasSubstr("Program the unit again")));
+}
+
+TEST_F(Verification, DoesNotBlameTheUnitForALengthThatCannotBeReadBack) {
+    ConnectUnit({}, true);
+    EXPECT_EQ(Run({"verify", Folder.Write("odd.bin", SampleImage(1'000)), "--port", "COM2"}), 7);
+    EXPECT_THAT(ErrLines().back(), HasSubstr("the unit may be right."));
+    EXPECT_THAT(ErrLines().back(), Not(HasSubstr("Program the unit again")));
+}
+
+TEST_F(Verification, DoesNotBlameTheUnitForBootCodeThatIsReadBackWithoutItsFirstBlock) {
+    Connect(UnitOfSize(65'536));
+    const std::string image = Folder.Write("boot.bin", ImageWith(65'536, 0, {0xBC, 0x0D, 0xE1, 0x31}));
+    EXPECT_EQ(Run({"download", image, "--port", "COM2", "--verify"}), 7);
+    EXPECT_THAT(Out(), HasSubstr("Verifying error: File type mismatched."));
+    EXPECT_THAT(ErrLines().back(), HasSubstr("the unit may be right."));
+    EXPECT_THAT(ErrLines().back(), Not(HasSubstr("Program the unit again")));
+}
+
+TEST_F(Verification, ThatCannotBeMadeIsToldBeforeTheUnitIsTouched) {
+    ConnectUnit({}, false);
+    fs::remove_all(Folder.Path() / "home");
+    EXPECT_EQ(Download(), 6);
+    EXPECT_EQ(Unit->Journal().Probes, 0);
 }
 
 TEST_F(Verification, ShowsTheProgressOfBothTransfers) {

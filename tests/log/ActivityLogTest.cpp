@@ -177,12 +177,13 @@ TEST_F(ActivityLog, WritesEachBreakOrOtherControlCharacterInATextAsABlank) {
         "1\0"
         "2\x1B",
         4);
+    record.DateStamp = "07\xC2\x9B/01\xC2\x85/2004";
     record.Language = "\xE6\x97\xA5\xE6\x9C\xAC";
     Write(record);
     EXPECT_EQ(Log(),
               "/images/a  b c d e  .bin\r\nFlashed: 07/22/2004 3:05:09 PM\r\nElapsed time: 00:01:09\r\n"
               "Status: done successfully\r\nFile Information: \r\nChecksum: 1A2B\r\nVersion: 1 2 \r\n"
-              "Date Stamp: 07/01/2004\r\nLanguage: \xE6\x97\xA5\xE6\x9C\xAC\r\nSize: 1,024KB\r\n");
+              "Date Stamp: 07 /01 /2004\r\nLanguage: \xE6\x97\xA5\xE6\x9C\xAC\r\nSize: 1,024KB\r\n");
 }
 
 TEST_F(ActivityLog, NotesANewBaudRate) {

@@ -120,10 +120,10 @@ TEST(LogOption, IsKeptAsItIsStored) {
     }
 }
 
-TEST(LogOption, IsEmptyWhereItCannotBeStored) {
+TEST(LogOption, IsAllEvenWhereItCannotBeStored) {
     const auto read = [](const std::string&, const std::string&) { return std::string(); };
     const auto write = [](const std::string&, const std::string&, const std::string&) {};
-    EXPECT_EQ(LogOption(read, write), "");
+    EXPECT_EQ(LogOption(read, write), "&All");
 }
 
 }  // namespace burnwick::test

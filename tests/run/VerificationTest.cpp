@@ -108,43 +108,43 @@ protected:
 };
 
 TEST_F(VerificationFileTest, IsVerifyTmpInTheFolder) {
-    const auto file = VerificationFile::Claim(Folder.Path());
+    const auto file = VerificationFile::Claim(Folder.Path(), {});
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(file->Path(), Folder.Path() / "Verify.tmp");
 }
 
 TEST_F(VerificationFileTest, GoesWithItsObject) {
     {
-        const auto file = VerificationFile::Claim(Folder.Path());
+        const auto file = VerificationFile::Claim(Folder.Path(), {});
         Folder.Write("Verify.tmp", AnyBytes(100));
     }
     EXPECT_FALSE(IsThere("Verify.tmp"));
 }
 
 TEST_F(VerificationFileTest, HasANumberWhileOthersVerify) {
-    const auto first = VerificationFile::Claim(Folder.Path());
-    const auto second = VerificationFile::Claim(Folder.Path());
-    const auto third = VerificationFile::Claim(Folder.Path());
+    const auto first = VerificationFile::Claim(Folder.Path(), {});
+    const auto second = VerificationFile::Claim(Folder.Path(), {});
+    const auto third = VerificationFile::Claim(Folder.Path(), {});
     EXPECT_EQ(second->Path(), Folder.Path() / "Verify2.tmp");
     EXPECT_EQ(third->Path(), Folder.Path() / "Verify3.tmp");
 }
 
 TEST_F(VerificationFileTest, LeavesTheFileOfAnotherAlone) {
-    const auto first = VerificationFile::Claim(Folder.Path());
+    const auto first = VerificationFile::Claim(Folder.Path(), {});
     Folder.Write("Verify.tmp", AnyBytes(100));
-    { const auto second = VerificationFile::Claim(Folder.Path()); }
+    { const auto second = VerificationFile::Claim(Folder.Path(), {}); }
     EXPECT_TRUE(IsThere("Verify.tmp"));
 }
 
 TEST_F(VerificationFileTest, TakesTheFirstNameAgainOnceItIsFree) {
-    { const auto first = VerificationFile::Claim(Folder.Path()); }
-    EXPECT_EQ(VerificationFile::Claim(Folder.Path())->Path(), Folder.Path() / "Verify.tmp");
+    { const auto first = VerificationFile::Claim(Folder.Path(), {}); }
+    EXPECT_EQ(VerificationFile::Claim(Folder.Path(), {})->Path(), Folder.Path() / "Verify.tmp");
 }
 
 TEST_F(VerificationFileTest, ReplacesWhatAKilledProcessLeft) {
     const pid_t child = fork();
     if (child == 0) {
-        const auto file = VerificationFile::Claim(Folder.Path());
+        const auto file = VerificationFile::Claim(Folder.Path(), {});
         Folder.Write("Verify.tmp", AnyBytes(100));
         kill(getpid(), SIGKILL);
     }
@@ -152,13 +152,13 @@ TEST_F(VerificationFileTest, ReplacesWhatAKilledProcessLeft) {
     waitpid(child, &status, 0);
     ASSERT_TRUE(WIFSIGNALED(status));
     ASSERT_TRUE(IsThere("Verify.tmp"));
-    const auto file = VerificationFile::Claim(Folder.Path());
+    const auto file = VerificationFile::Claim(Folder.Path(), {});
     EXPECT_EQ(file->Path(), Folder.Path() / "Verify.tmp");
     EXPECT_FALSE(IsThere("Verify.tmp"));
 }
 
 TEST_F(VerificationFileTest, IsNotToBeHadInAFolderThatIsNotThere) {
-    EXPECT_EQ(VerificationFile::Claim(Folder.Path() / "missing"), nullptr);
+    EXPECT_EQ(VerificationFile::Claim(Folder.Path() / "missing", {}), nullptr);
 }
 
 }  // namespace burnwick::test

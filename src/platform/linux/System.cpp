@@ -1,5 +1,6 @@
 #include "platform/System.h"
 
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -16,6 +17,16 @@ std::unique_ptr<MessageLoop> NewSystemLoop() {
 
 std::unique_ptr<SerialDevice> NewSerialDevice() {
     return std::make_unique<TtyDevice>();
+}
+
+void KeepStandardStreams() {
+    // Each open takes the lowest number that is free.
+    for (int fd = open("/dev/null", O_RDWR | O_NOCTTY); fd >= 0; fd = open("/dev/null", O_RDWR | O_NOCTTY)) {
+        if (fd > STDERR_FILENO) {
+            close(fd);
+            return;
+        }
+    }
 }
 
 bool ErrorOutputIsTerminal() {

@@ -56,7 +56,7 @@ ExitStatus StatusOf(RunOutcome outcome) {
 }
 
 std::string WordMismatch(const std::string& image, const Verdict& verdict) {
-    const std::string what = image + " is not verified: " + verdict.Result;
+    std::string what = image + " is not verified: " + verdict.Result;
     if (!verdict.WasRead) {
         return what;
     }

@@ -188,6 +188,7 @@ void FlashRun::Judge(const std::string& image, const std::string& ifItFails) {
     if (!std::filesystem::exists(ReadBackFile_->Path(), ignored)) {
         Fail(FileUnusable, "what was read back is gone: somebody deleted " + Utf8Text(ReadBackFile_->Path())
                                + "." + ifItFails);
+        Console_.Texts().Status = "Verifying error: what was read back is gone.";
         return;
     }
     const Verdict verdict = JudgeReadBack(image, ReadBackFile_->Path());

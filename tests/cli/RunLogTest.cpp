@@ -93,6 +93,16 @@ TEST_F(RunLog, NeverCallsAVerificationThatFoundDifferencesASuccess) {
     EXPECT_THAT(LogText(), Not(HasSubstr("successfully")));
 }
 
+TEST_F(RunLog, NeverCallsAVerificationASuccessWhoseFileIsGone) {
+    auto options = UnitOfSize(Size);
+    options.Flash = SampleImage(Size);
+    Connect(options);
+    Loop.At(Loop.Time() + 300ms, [this] { std::filesystem::remove(Folder / "home/Verify.tmp"); });
+    EXPECT_EQ(Run({"verify", Image(), "--port", "COM2"}), 6);
+    EXPECT_THAT(LogText(), HasSubstr("\r\nStatus: Verifying error: what was read back is gone.\r\n"));
+    EXPECT_THAT(LogText(), Not(HasSubstr("successfully")));
+}
+
 TEST_F(RunLog, HoldsTheShortFormOfARunThatFailed) {
     EXPECT_EQ(Download({{Fault::Negative7, 5}}), 2);
     EXPECT_THAT(LogText(), MatchesRegex(Folder / "image.bin"

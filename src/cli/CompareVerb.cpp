@@ -51,8 +51,8 @@ int CompareVerb::Execute(Environment& environment) {
     const std::string compared = modBinFileInfo::CompareImages(File1_, File2_, differences);
     const std::string message = ComparisonStatus(compared, differences);
     if (!compared.empty()) {
-        const bool wereRead = compared.ends_with("mismatched");
-        return Refuse(environment, wereRead ? Differences : FileUnusable, message);
+        return Refuse(environment, modBinFileInfo::IsMismatch(compared) ? Differences : FileUnusable,
+                      message);
     }
     if (Json_) {
         PrintJson(environment.Out, differences == 0 ? "identical" : "different", differences, message);

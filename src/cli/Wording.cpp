@@ -1,9 +1,12 @@
 #include "cli/Wording.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "image/modBinFileInfo.h"
+#include "platform/Utf8Path.h"
 
 namespace burnwick::cli {
 
@@ -23,8 +26,10 @@ std::string WordFileTrouble(std::span<const std::string> said) {
 
 // The link keeps a unit's own data out of a read-back of this kind.
 bool IsSmallBootCode(const std::string& image) {
-    const auto info = modBinFileInfo::GetBinFileInfo(image);
-    return info.IsBootCode && info.FileSize == "64KB";
+    constexpr std::uintmax_t smallImage = 65'536;
+    std::error_code ignored;
+    return std::filesystem::file_size(Utf8Path(image), ignored) == smallImage
+           && modBinFileInfo::GetBinFileInfo(image).IsBootCode;
 }
 
 std::string WordTransmittingError(const RunReport& report, const std::string& portName) {

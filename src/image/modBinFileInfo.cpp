@@ -60,6 +60,10 @@ std::string CompareImages(const std::string& fileName1, const std::string& fileN
     return error;
 }
 
+bool IsMismatch(const std::string& compared) {
+    return compared.ends_with("mismatched");
+}
+
 std::string FileNameOf(const std::string& path) {
     const auto separator = path.find_last_of(Separators);
     return separator != std::string::npos ? path.substr(separator + 1) : path;

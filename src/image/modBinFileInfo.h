@@ -52,6 +52,9 @@ std::string CheckFileFormat(const std::string& fileName);
 std::string CompareImages(const std::string& fileName1, const std::string& fileName2,
                           std::int32_t& differences, const YieldFunction& yield = {});
 
+// True for what CompareImages gives of two files that it has read, and that differ in size or type.
+bool IsMismatch(const std::string& compared);
+
 // The part behind the last "\" or "/" of a path; all of it without one.
 std::string FileNameOf(const std::string& path);
 

@@ -12,16 +12,16 @@ bool Contains(const std::string& text, std::string_view part) {
     return text.find(part) != std::string::npos;
 }
 
-bool IsOutcome(const std::string& text) {
-    static constexpr std::array<std::string_view, 4> marks{"successfully", "The software", "Transmitting",
-                                                           "canceled."};
-    return std::any_of(marks.begin(), marks.end(), [&](auto mark) { return Contains(text, mark); });
-}
-
 }  // namespace
 
 bool NamesAFile(const std::string& line) {
     return line.starts_with("Opening ") || line.starts_with("Error:");
+}
+
+bool IsOutcome(const std::string& line) {
+    static constexpr std::array<std::string_view, 4> marks{"successfully", "The software", "Transmitting",
+                                                           "canceled."};
+    return std::any_of(marks.begin(), marks.end(), [&](auto mark) { return Contains(line, mark); });
 }
 
 std::span<const std::string> RunTexts::TakeMessage(const std::string& text) {

@@ -9,6 +9,9 @@ namespace burnwick {
 // True for a line with a file's name in it, which may hold any words: it tells no outcome.
 bool NamesAFile(const std::string& line);
 
+// True for a line that tells how a run ended, its time-out apart.
+bool IsOutcome(const std::string& line);
+
 // What display and labels say in the course of a run. They are its state too: the log's record and the
 // questions asked at its end are read from them.
 struct RunTexts {

@@ -29,10 +29,9 @@ Verdict JudgeReadBack(const std::string& imageFileName, const std::filesystem::p
     const std::string compared =
         modBinFileInfo::CompareImages(imageFileName, Utf8Text(readBack), differences);
     if (!compared.empty()) {
-        const bool wasRead = compared.ends_with("mismatched");
         const std::string reason =
             compared.starts_with(ErrorMark) ? compared.substr(ErrorMark.size()) : compared;
-        return {"Verifying error: " + reason + ".", std::nullopt, wasRead};
+        return {"Verifying error: " + reason + ".", std::nullopt, modBinFileInfo::IsMismatch(compared)};
     }
     if (differences != 0) {
         return {"Verifying error: " + std::to_string(differences) + " bytes are different.", differences};

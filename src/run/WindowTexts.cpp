@@ -42,12 +42,8 @@ std::optional<std::string> CaptionAfter(const RunKind& run, const std::string& m
         const char* const doing = run.IsUpload ? " - Uploading " : " - Programming ";
         return run.Verifying ? std::nullopt : std::optional(run.Title + doing + run.FileName + "...");
     }
-    for (const std::string_view outcome : {"successfully", "The software", "Transmitting", "canceled."}) {
-        if (Contains(message, outcome)) {
-            return run.Title + " - " + message.substr(0, message.size() - 1);
-        }
-    }
-    return std::nullopt;
+    return IsOutcome(message) ? std::optional(run.Title + " - " + message.substr(0, message.size() - 1))
+                              : std::nullopt;
 }
 
 std::string AwayCaption(const std::string& timing, int percent) {

@@ -49,6 +49,24 @@ void AddRecentFile(const std::string& path, const ReadSetting& read, const Write
     }
 }
 
+std::string RecentCaption(int index, const std::string& path) {
+    std::string caption = "&" + std::to_string(index) + " ";
+    for (const char character : path) {
+        caption += character == '&' ? "&&" : std::string(1, character);
+    }
+    return caption;
+}
+
+std::string PathOfCaption(const std::string& caption) {
+    constexpr std::size_t prefix = 3;
+    std::string path;
+    for (std::size_t i = prefix; i < caption.size(); ++i) {
+        path += caption[i];
+        i += caption.compare(i, 2, "&&") == 0 ? 1 : 0;
+    }
+    return path;
+}
+
 bool LeavesRecentFile(const std::string& status, bool isUpload) {
     return !isUpload || status.find("canceled.") == std::string::npos;
 }

@@ -16,6 +16,13 @@ RecentFiles ReadRecentFiles(const ReadSetting& read);
 // Makes a path the most recent one. A path that is there already, in whatever case, moves to the front.
 void AddRecentFile(const std::string& path, const ReadSetting& read, const WriteSetting& write);
 
+// The menu entry of a path, by its place from 1 to 4: "&2 C:\images\unit.bin". An ampersand of the path's own
+// is doubled, for a single one underlines the character behind it.
+std::string RecentCaption(int index, const std::string& path);
+
+// The path in such an entry: what follows its first three characters.
+std::string PathOfCaption(const std::string& caption);
+
 // False for a run that leaves no usable file: an upload that was cancelled, by its status text.
 bool LeavesRecentFile(const std::string& status, bool isUpload);
 

@@ -21,6 +21,18 @@ std::string Trimmed(std::string_view text) {
 
 }  // namespace
 
+std::string ApplicationTitle(const std::string& title, const std::string& version) {
+    if (!Contains(title, "Pre")) {
+        return title;
+    }
+    const auto build = version.rfind('.');
+    return title + " " + version.substr(0, build + 1) + version.substr(version.size() - 2);
+}
+
+std::string ReadyText(int port, const std::string& baudRate) {
+    return "Ready on COM" + std::to_string(port) + " (" + baudRate + "bps).";
+}
+
 int PercentOf(int block, int totalBlock) {
     return totalBlock > 0 ? static_cast<int>(std::floor(static_cast<double>(block) / totalBlock * 100)) : 0;
 }
@@ -44,6 +56,28 @@ std::optional<std::string> CaptionAfter(const RunKind& run, const std::string& m
     }
     return IsOutcome(message) ? std::optional(run.Title + " - " + message.substr(0, message.size() - 1))
                               : std::nullopt;
+}
+
+bool EndsWaiting(const RunKind& run, const std::string& message) {
+    return message == "Timeout."
+           || (!run.Verifying && !NamesAFile(message) && Contains(message, "Getting ready"));
+}
+
+BarChange BarAfter(const std::string& message) {
+    if (NamesAFile(message)) {
+        return BarChange::None;
+    }
+    if (Contains(message, "Please wait")) {
+        return BarChange::PleaseWait;
+    }
+    if (Contains(message, "successfully")) {
+        return BarChange::Full;
+    }
+    return IsOutcome(message) ? BarChange::Faded : BarChange::None;
+}
+
+bool MovesBlocks(const std::string& status) {
+    return Contains(status, "block");
 }
 
 std::string AwayCaption(const std::string& timing, int percent) {

@@ -13,6 +13,13 @@ struct RunKind {
     bool Verifying = false;  // its read-back
 };
 
+// The application's title: that of a release before its time ("… Pre") tells the version, its build number
+// cut to two digits. `version` is "2.08.1000".
+std::string ApplicationTitle(const std::string& title, const std::string& version);
+
+// What an idle window says: "Ready on COM1 (57600bps)."
+std::string ReadyText(int port, const std::string& baudRate);
+
 // How many percent of the blocks have gone, fractions cut off; 0 without blocks.
 int PercentOf(int block, int totalBlock);
 
@@ -21,6 +28,21 @@ std::string BlockText(const RunKind& run, int block, int totalBlock);
 
 // The window's caption once the link has said this; nothing when it stays.
 std::optional<std::string> CaptionAfter(const RunKind& run, const std::string& message);
+
+// True once the link has said this: the wait for the unit is over, and its status blinks no more.
+bool EndsWaiting(const RunKind& run, const std::string& message);
+
+// What happens to the percent bar once the link has said this.
+enum class BarChange {
+    None,
+    PleaseWait,  // full, with "Please wait..." in it
+    Full,        // full, with its percentage
+    Faded,       // it takes its idle colours, and shows them when it is drawn the next time
+};
+BarChange BarAfter(const std::string& message);
+
+// True while blocks are programmed or verified, by the status text: the hidden key cancels a download then.
+bool MovesBlocks(const std::string& status);
 
 // The caption while the user works elsewhere: the time left to wait while `timing` tells that, else how far
 // the run has come.

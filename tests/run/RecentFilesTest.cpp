@@ -60,6 +60,20 @@ TEST_F(RecentFilesTest, KnowAPathInWhateverCaseAndStoreTheNewer) {
     EXPECT_THAT(Files(), ElementsAre("/images/UNIT.BIN", "/a.bin", "/c.bin", ""));
 }
 
+TEST(RecentCaption, BeginsWithAnAccessKey) {
+    EXPECT_EQ(RecentCaption(2, "C:\\images\\unit.bin"), "&2 C:\\images\\unit.bin");
+}
+
+TEST(RecentCaption, OfAPathWithAnAmpersandShowsIt) {
+    EXPECT_EQ(RecentCaption(1, "/a & b/&&.bin"), "&1 /a && b/&&&&.bin");
+}
+
+TEST(PathOfCaption, IsThePathThatTheEntryWasMadeFor) {
+    for (const char* const path : {"/a.bin", "/a & b/&&.bin", "/&1 .bin", "/a&", ""}) {
+        EXPECT_EQ(PathOfCaption(RecentCaption(4, path)), path);
+    }
+}
+
 TEST(LeavesRecentFile, IsFalseForAnUploadThatWasCanceledOnly) {
     EXPECT_FALSE(LeavesRecentFile("Uploading was canceled.", true));
     EXPECT_TRUE(LeavesRecentFile("Transmitting error.", true));

@@ -12,6 +12,57 @@ const RunKind ReadBack{"Burnwick", "unit.bin", false, true};
 
 }  // namespace
 
+TEST(ApplicationTitle, OfAReleaseIsTheTitleAlone) {
+    EXPECT_EQ(ApplicationTitle("Burnwick", "2.08.1000"), "Burnwick");
+}
+
+TEST(ApplicationTitle, OfAPreReleaseTellsTheVersionWithTwoDigitsOfItsBuild) {
+    EXPECT_EQ(ApplicationTitle("Burnwick Pre", "2.08.1007"), "Burnwick Pre 2.08.07");
+}
+
+TEST(ReadyText, NamesPortAndSpeed) {
+    EXPECT_EQ(ReadyText(12, "115200"), "Ready on COM12 (115200bps).");
+}
+
+TEST(EndsWaiting, AReadyUnitOrATimeOutDoes) {
+    EXPECT_TRUE(EndsWaiting(Download, "Getting ready to start programming..."));
+    EXPECT_TRUE(EndsWaiting(Upload, "Timeout."));
+    EXPECT_FALSE(EndsWaiting(Download, "Erasing the chip..."));
+}
+
+TEST(EndsWaiting, AReadBackWaitsWithoutBlinking) {
+    EXPECT_FALSE(EndsWaiting(ReadBack, "Getting ready to upload data..."));
+}
+
+TEST(EndsWaiting, AFileOfThatNameDoesNot) {
+    EXPECT_FALSE(EndsWaiting(Download, "Opening /images/Getting ready.bin..."));
+}
+
+TEST(BarAfter, AskedToWaitSaysSo) {
+    EXPECT_EQ(BarAfter("Please wait for a few seconds..."), BarChange::PleaseWait);
+}
+
+TEST(BarAfter, SuccessFillsIt) {
+    EXPECT_EQ(BarAfter("Uploading was completed successfully."), BarChange::Full);
+}
+
+TEST(BarAfter, FailureFadesIt) {
+    EXPECT_EQ(BarAfter("Transmitting error."), BarChange::Faded);
+    EXPECT_EQ(BarAfter("The software is not compatible."), BarChange::Faded);
+    EXPECT_EQ(BarAfter("Programming was canceled."), BarChange::Faded);
+}
+
+TEST(BarAfter, AnyOtherLineLeavesItAlone) {
+    EXPECT_EQ(BarAfter("Erasing the chip..."), BarChange::None);
+    EXPECT_EQ(BarAfter("Timeout."), BarChange::None);
+    EXPECT_EQ(BarAfter("Opening /images/canceled.bin..."), BarChange::None);
+}
+
+TEST(MovesBlocks, IsReadFromTheStatus) {
+    EXPECT_TRUE(MovesBlocks("Sending block 3 of 256 blocks"));
+    EXPECT_FALSE(MovesBlocks("Waiting for response from Multiplexer..."));
+}
+
 TEST(PercentOf, CutsFractionsOff) {
     EXPECT_EQ(PercentOf(1, 3), 33);
     EXPECT_EQ(PercentOf(2, 3), 66);

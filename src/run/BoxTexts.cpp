@@ -1,0 +1,29 @@
+#include "run/BoxTexts.h"
+
+namespace burnwick {
+
+BoxText VerificationQuestion() {
+    return {"Verification", "\tDo you want to verify the last programming?"};
+}
+
+BoxText TransmittingErrorBox() {
+    return {"Transmitting Error",
+            "There is a communication error.        \nCheck the serial cable and try again."};
+}
+
+BoxText CommPortErrorBox(int port) {
+    return {"CommPort Error",
+            "COM" + std::to_string(port) + " is not available. \nPlease try to select another CommPort."};
+}
+
+BoxText FileNotFoundBox(const std::string& path) {
+    return {"File Not Found", '"' + path
+                                  + "\" could not be found.\nCheck the spelling of the file, and verify that the "
+                                    "file location is correct."};
+}
+
+BoxText ErrorBox(const std::string& description) {
+    return {"Error", description + "\n"};
+}
+
+}  // namespace burnwick

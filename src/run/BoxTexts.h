@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+// What the message boxes of a run say.
+namespace burnwick {
+
+struct BoxText {
+    std::string Caption;
+    std::string Text;
+};
+
+BoxText VerificationQuestion();
+
+BoxText TransmittingErrorBox();
+
+// A port that could not be opened.
+BoxText CommPortErrorBox(int port);
+
+// A recent file that is not there any more.
+BoxText FileNotFoundBox(const std::string& path);
+
+// Any other trouble, by its description.
+BoxText ErrorBox(const std::string& description);
+
+}  // namespace burnwick

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Renders the icon's pictures anew, after burnwick.svg has changed.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+command -v rsvg-convert >/dev/null || {
+    echo "rsvg-convert is missing: install the package librsvg2-bin." >&2
+    exit 1
+}
+for size in 16 22 24 32 48 64 128 256; do
+    rsvg-convert --width "$size" --height "$size" --output "burnwick-$size.png" burnwick.svg
+done

@@ -1,22 +1,36 @@
 #include "cli/UploadVerb.h"
 
+#include <algorithm>
 #include <filesystem>
-#include <map>
+#include <vector>
 
 #include "platform/Utf8Path.h"
+#include "settings/ChipSize.h"
 
 namespace burnwick::cli {
 
 namespace {
 
-// Blocks read for each chip. The smallest one's 256, not the 512 that halving would give, are deliberate.
-const std::map<std::string, int> Chips{{"1Mbit", 256}, {"2Mbit", 1024}, {"4Mbit", 2048}, {"8Mbit", 4096}};
+std::vector<std::string> ChipNames() {
+    std::vector<std::string> names;
+    names.reserve(ChipSizes.size());
+    for (const auto& chip : ChipSizes) {
+        names.emplace_back(chip.Name);
+    }
+    return names;
+}
+
+// Of one of these names: the arguments let no other through.
+int BlocksOf(const std::string& name) {
+    const auto hasName = [&](const ChipSize& chip) { return chip.Name == name; };
+    return std::find_if(ChipSizes.begin(), ChipSizes.end(), hasName)->Blocks;
+}
 
 }  // namespace
 
 void UploadVerb::Declare(Arguments& arguments) {
     arguments.AddRequired("FILE", File_, "The file to create");
-    arguments.AddRequiredChoice("--chip", Chip_, "SIZE", {"1Mbit", "2Mbit", "4Mbit", "8Mbit"},
+    arguments.AddRequiredChoice("--chip", Chip_, "SIZE", ChipNames(),
                                 "The flash chip: 1Mbit, 2Mbit, 4Mbit or 8Mbit");
     arguments.AddFlag("--force", Force_, "Replace FILE when it exists");
     Options_.Declare(arguments);
@@ -30,7 +44,7 @@ int UploadVerb::Execute(Environment& environment) {
     if (exists && !Force_) {
         return run.RefuseFile(File_ + " exists already. Give --force to replace it, or name another file.");
     }
-    return run.Upload(File_, Chips.at(Chip_), exists);
+    return run.Upload(File_, BlocksOf(Chip_), exists);
 }
 
 }  // namespace burnwick::cli

@@ -1,17 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 
+#include "platform/Setting.h"
+
 namespace burnwick {
-
-// Gives a value of the settings; empty when there is none.
-using ReadSetting = std::function<std::string(const std::string& section, const std::string& key)>;
-
-// Stores a value of the settings.
-using WriteSetting =
-    std::function<void(const std::string& section, const std::string& key, const std::string& value)>;
 
 // The device of a COM number: what section "Ports" of the settings says, or else the system's own table.
 std::string DeviceOf(int port, const ReadSetting& read);

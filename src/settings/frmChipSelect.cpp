@@ -1,0 +1,54 @@
+#include "settings/frmChipSelect.h"
+
+#include <QRadioButton>
+#include <QScreen>
+#include <QShowEvent>
+#include <algorithm>
+#include <utility>
+
+#include "ui_frmChipSelect.h"
+
+namespace burnwick {
+
+frmChipSelect::frmChipSelect(const ReadSetting& read, WriteSetting write, QWidget* parent)
+    : QDialog(parent), Write_(std::move(write)), Ui_(std::make_unique<Ui::frmChipSelect>()) {
+    Ui_->setupUi(this);
+    optChipSize_ = {Ui_->optChipSize_0, Ui_->optChipSize_1, Ui_->optChipSize_2, Ui_->optChipSize_3};
+    for (std::size_t index = 0; index < optChipSize_.size(); ++index) {
+        optChipSize_[index]->setText(QString::fromStdString(ChipCaption(index)));
+    }
+    QRadioButton* const selected = optChipSize_[ReadChipIndex(read)];
+    selected->setChecked(true);
+    selected->setFocus();
+    connect(Ui_->cmdOK, &QPushButton::clicked, this, &frmChipSelect::cmdOK_Click);
+    connect(Ui_->cmdCancel, &QPushButton::clicked, this, &frmChipSelect::reject);
+}
+
+frmChipSelect::~frmChipSelect() = default;
+
+int frmChipSelect::UploadBlocks() const {
+    return result() == Accepted ? ChipSizes[SelectedIndex()].Blocks : 0;
+}
+
+void frmChipSelect::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        const QScreen& whole = *(parentWidget() == nullptr ? screen() : parentWidget()->screen());
+        QRect place = frameGeometry();
+        place.moveCenter(whole.availableGeometry().center());
+        move(place.topLeft());
+    }
+    QDialog::showEvent(event);
+}
+
+void frmChipSelect::cmdOK_Click() {
+    WriteChipIndex(Write_, SelectedIndex());
+    accept();
+}
+
+std::size_t frmChipSelect::SelectedIndex() const {
+    const auto selected = std::find_if(optChipSize_.begin(), optChipSize_.end(),
+                                       [](const QRadioButton* option) { return option->isChecked(); });
+    return static_cast<std::size_t>(selected - optChipSize_.begin());
+}
+
+}  // namespace burnwick

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDialog>
+#include <array>
+#include <cstddef>
+#include <memory>
+
+#include "platform/Setting.h"
+#include "settings/ChipSize.h"
+
+class QRadioButton;
+
+namespace burnwick {
+
+namespace Ui {
+class frmChipSelect;
+}
+
+// Asks for the size of the unit's flash chip before an upload. The size chosen last is selected.
+class frmChipSelect final : public QDialog {
+    Q_OBJECT
+
+public:
+    frmChipSelect(const ReadSetting& read, WriteSetting write, QWidget* parent = nullptr);
+    ~frmChipSelect() override;
+
+    // How many blocks to read, once OK is chosen; 0 without that.
+    int UploadBlocks() const;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void cmdOK_Click();
+    std::size_t SelectedIndex() const;
+
+    WriteSetting Write_;
+    std::unique_ptr<Ui::frmChipSelect> Ui_;
+    std::array<QRadioButton*, ChipSizes.size()> optChipSize_{};
+};
+
+}  // namespace burnwick

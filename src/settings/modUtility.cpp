@@ -1,14 +1,12 @@
 #include "settings/modUtility.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <fstream>
 #include <memory>
-#include <optional>
 #include <utility>
 
 #include "platform/FileLock.h"
+#include "platform/ReadWholeFile.h"
 #include "platform/ReplaceFile.h"
 #include "settings/IniText.h"
 
@@ -24,28 +22,6 @@ constexpr std::chrono::seconds LongestWait{2};
 fs::path& IniPath() {
     static fs::path path;
     return path;
-}
-
-// Empty when there is no file; nothing when there is something that cannot be read.
-std::optional<std::string> ReadIni() {
-    std::error_code error;
-    const auto type = fs::status(IniPath(), error).type();
-    if (type == fs::file_type::not_found) {
-        return "";
-    }
-    // Opening a pipe in the file's place would wait for ever.
-    if (type != fs::file_type::regular) {
-        return std::nullopt;
-    }
-    constexpr std::size_t chunkSize = 65'536;
-    std::array<char, chunkSize> chunk{};
-    std::string text;
-    std::ifstream file(IniPath(), std::ios::binary);
-    while (file) {
-        file.read(chunk.data(), chunk.size());
-        text.append(chunk.data(), static_cast<std::size_t>(file.gcount()));
-    }
-    return file.is_open() && file.eof() && !file.bad() ? std::optional(std::move(text)) : std::nullopt;
 }
 
 fs::path BesideIni(const char* ending) {
@@ -74,7 +50,7 @@ void SetIniPath(const fs::path& path) {
 }
 
 std::string ReadIniValue(const std::string& section, const std::string& key) {
-    const IniText ini(ReadIni().value_or(""));
+    const IniText ini(ReadWholeFile(IniPath()).value_or(""));
     return ini.Value(section, key).value_or("").substr(0, LongestValue);
 }
 
@@ -84,7 +60,7 @@ void WriteIniValue(const std::string& section, const std::string& key, const std
         return;
     }
     // A file that cannot be read must not be replaced: what is in it would be lost.
-    auto text = ReadIni();
+    auto text = ReadWholeFile(IniPath());
     if (!text) {
         return;
     }

@@ -1,0 +1,38 @@
+#include "settings/ShellCheck.h"
+
+#include <string>
+
+namespace burnwick {
+
+namespace {
+
+constexpr const char* Section = "Options";
+
+// Writing costs locks and a look at the file: a start is to be quick.
+void Store(const std::string& key, const std::string& value, const ReadSetting& read,
+           const WriteSetting& write) {
+    if (read(Section, key) != value) {
+        write(Section, key, value);
+    }
+}
+
+}  // namespace
+
+void CheckShellIntegration(ShellIntegration& shell, const std::filesystem::path& program,
+                           const ReadSetting& read, const WriteSetting& write) {
+    const auto associated = shell.AssociatedProgram();
+    if (associated.empty()) {
+        Store("ContextMenu", "No", read, write);
+    } else if (associated != program) {
+        shell.RegisterFileType(program);
+        Store("ContextMenu", "Yes", read, write);
+    }
+    if (read(Section, "Desktop") == "Yes") {
+        shell.CreateDesktopShortcut(program);
+    } else {
+        shell.DeleteDesktopShortcut();
+        Store("Desktop", "No", read, write);
+    }
+}
+
+}  // namespace burnwick

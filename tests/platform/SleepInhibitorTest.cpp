@@ -1,79 +1,33 @@
 #include "platform/SleepInhibitor.h"
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <sys/wait.h>
-#include <systemd/sd-bus.h>
+#include <poll.h>
 
 #include <array>
-#include <atomic>
+#include <cerrno>
 #include <chrono>
-#include <csignal>
-#include <fstream>
-#include <future>
-#include <thread>
 
 #include "EnvironmentVariable.h"
-#include "PseudoTerminal.h"
+#include "PrivateBus.h"
 #include "support/TempFolder.h"
 
 namespace burnwick {
 namespace {
 
 using namespace std::chrono_literals;
+using test::BusService;
 using test::EnvironmentVariable;
+using test::PrivateBus;
 
 constexpr auto bounded = 2s;  // the limit itself is shorter: a loaded machine needs air
-
-// A bus of the test's own.
-class PrivateBus {
-public:
-    explicit PrivateBus(const std::filesystem::path& folder) {
-        const auto config = folder / "bus.conf";
-        std::ofstream(config)
-            << "<busconfig><type>session</type><listen>unix:dir=" << folder.string()
-            << "</listen><policy context='default'><allow send_destination='*' eavesdrop='true'/>"
-               "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>";
-        std::array<int, 2> ends{};
-        EXPECT_EQ(pipe(ends.data()), 0);
-        const UniqueFd readEnd(ends[0]);
-        UniqueFd writeEnd(ends[1]);
-        Process_ = fork();
-        if (Process_ == 0) {
-            dup2(writeEnd.Get(), STDOUT_FILENO);
-            // It complains of limits that do not matter here.
-            dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
-            const auto argument = "--config-file=" + config.string();
-            execl(DBUS_DAEMON, DBUS_DAEMON, argument.c_str(), "--print-address=1", "--nofork", nullptr);
-            _exit(127);
-        }
-        writeEnd.Reset();
-        for (char c = 0; read(readEnd.Get(), &c, 1) == 1 && c != '\n';) {
-            Address_ += c;
-        }
-    }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
-    ~PrivateBus() {
-        kill(Process_, SIGKILL);
-        waitpid(Process_, nullptr, 0);
-    }
-
-    const std::string& Address() const { return Address_; }
-
-private:
-    pid_t Process_ = -1;
-    std::string Address_;
-};
 
 // The login manager's one call that matters here.
 class FakeLoginManager {
 public:
-    explicit FakeLoginManager(const std::string& address, bool refuses = false) : Refuses_(refuses) {
-        Thread_ = std::jthread([this, address](const std::stop_token& stop) { Serve(stop, address); });
-        Ready_.get_future().wait();
-    }
+    explicit FakeLoginManager(const std::string& address, bool refuses = false)
+        : Refuses_(refuses),
+          Service_(address, "org.freedesktop.login1", "/org/freedesktop/login1",
+                   "org.freedesktop.login1.Manager", Methods(), this) {}
 
     std::string What;
     std::string Who;
@@ -93,27 +47,12 @@ public:
     }
 
 private:
-    void Serve(const std::stop_token& stop, const std::string& address) {
+    static const sd_bus_vtable* Methods() {
         static const std::array<sd_bus_vtable, 3> methods{
             {SD_BUS_VTABLE_START(0),
              SD_BUS_METHOD("Inhibit", "ssss", "h", OnInhibit, SD_BUS_VTABLE_UNPRIVILEGED),
              SD_BUS_VTABLE_END}};
-        sd_bus* bus = nullptr;
-        sd_bus_new(&bus);
-        sd_bus_set_address(bus, address.c_str());
-        sd_bus_set_bus_client(bus, 1);
-        EXPECT_GE(sd_bus_start(bus), 0);
-        EXPECT_GE(sd_bus_add_object_vtable(bus, nullptr, "/org/freedesktop/login1",
-                                           "org.freedesktop.login1.Manager", methods.data(), this),
-                  0);
-        EXPECT_GE(sd_bus_request_name(bus, "org.freedesktop.login1", 0), 0);
-        Ready_.set_value();
-        while (!stop.stop_requested()) {
-            if (sd_bus_process(bus, nullptr) == 0) {
-                sd_bus_wait(bus, 5000);
-            }
-        }
-        sd_bus_flush_close_unref(bus);
+        return methods.data();
     }
 
     static int OnInhibit(sd_bus_message* call, void* self, sd_bus_error*) {
@@ -144,8 +83,7 @@ private:
 
     bool Refuses_;
     UniqueFd ReadEnd_;
-    std::promise<void> Ready_;
-    std::jthread Thread_;
+    BusService Service_;
 };
 
 class SleepInhibitorTest : public testing::Test {
@@ -199,14 +137,8 @@ TEST_F(SleepInhibitorTest, ASystemWithoutABusIsNoError) {
 }
 
 TEST_F(SleepInhibitorTest, ABusThatNeverAnswersIsWaitedForNoLongerThanTheLimit) {
-    const auto path = (Folder_.Path() / "deaf").string();
-    const UniqueFd deaf(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    sockaddr_un name{};
-    name.sun_family = AF_UNIX;
-    path.copy(name.sun_path, sizeof name.sun_path - 1);
-    ASSERT_EQ(bind(deaf.Get(), reinterpret_cast<const sockaddr*>(&name), sizeof name), 0);
-    ASSERT_EQ(listen(deaf.Get(), 5), 0);
-    ExpectAnObjectSoon("unix:path=" + path);
+    const test::DeafBus bus(Folder_.Path());
+    ExpectAnObjectSoon(bus.Address());
 }
 
 }  // namespace

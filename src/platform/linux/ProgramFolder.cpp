@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "platform/linux/UserFolders.h"
+
 namespace burnwick {
 
 namespace {
@@ -24,14 +26,6 @@ fs::path HomeFolder() {
     }
     const passwd* const user = getpwuid(getuid());
     return user != nullptr ? user->pw_dir : "/";
-}
-
-fs::path UserDataFolder() {
-    // A relative path in this variable counts as none, by the convention that it belongs to.
-    if (auto data = FromEnvironment("XDG_DATA_HOME"); data.is_absolute()) {
-        return data / "burnwick";
-    }
-    return HomeFolder() / ".local/share/burnwick";
 }
 
 fs::path WithoutTrailingSeparator(const fs::path& folder) {
@@ -62,7 +56,7 @@ fs::path ProgramFolder() {
     if (!error && access(own.c_str(), W_OK) == 0) {
         return own;
     }
-    return Made(UserDataFolder());
+    return Made(DataFolder(HomeFolder()) / "burnwick");
 }
 
 }  // namespace burnwick

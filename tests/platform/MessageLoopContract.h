@@ -1,0 +1,311 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/time.h>
+
+#include <array>
+#include <csignal>
+#include <functional>
+#include <memory>
+
+#include "platform/MessageLoop.h"
+#include "platform/linux/UniqueFd.h"
+
+// What every message loop of the system does. A test program instantiates it for its loop.
+namespace burnwick::test {
+
+using namespace std::chrono_literals;
+
+struct Pipe {
+    Pipe() {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(pipe(ends.data()), 0);
+        ReadEnd.Reset(ends[0]);
+        WriteEnd.Reset(ends[1]);
+    }
+    void Put() const { EXPECT_EQ(write(WriteEnd.Get(), "x", 1), 1); }
+    void Take() const {
+        char taken = 0;
+        EXPECT_EQ(read(ReadEnd.Get(), &taken, 1), 1);
+    }
+    UniqueFd ReadEnd;
+    UniqueFd WriteEnd;
+};
+
+inline std::chrono::nanoseconds ProcessorTime() {
+    timespec used{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
+}
+
+// The whole process stands still.
+inline void Stall(std::chrono::milliseconds time) {
+    const timespec stall{0, static_cast<long>(std::chrono::nanoseconds(time).count())};
+    nanosleep(&stall, nullptr);
+}
+
+// Yields until so much time has passed, and tells how often.
+inline int YieldFor(MessageLoop& loop, std::chrono::milliseconds time) {
+    int yields = 0;
+    const auto end = loop.MillisecondClock() + time;
+    while (loop.MillisecondClock() < end) {
+        loop.Yield(end - loop.MillisecondClock());
+        ++yields;
+    }
+    return yields;
+}
+
+class MessageLoopContract : public testing::TestWithParam<std::unique_ptr<MessageLoop> (*)()> {
+protected:
+    const std::unique_ptr<MessageLoop> Loop_ = GetParam()();
+    int Calls_ = 0;
+};
+
+TEST_P(MessageLoopContract, AWaitUsesNextToNoProcessor) {
+    YieldFor(*Loop_, 20ms);
+    const auto before = ProcessorTime();
+    EXPECT_LT(YieldFor(*Loop_, 300ms), 5);
+    EXPECT_LT(ProcessorTime() - before, 20ms);
+}
+
+TEST_P(MessageLoopContract, AYieldOfNoTimeReturnsAtOnce) {
+    const auto before = Loop_->MillisecondClock();
+    Loop_->Yield(0us);
+    Loop_->Yield(-5us);
+    EXPECT_LT(Loop_->MillisecondClock() - before, 1s);
+}
+
+TEST_P(MessageLoopContract, AYieldOfNoTimeHandlesWhatWaits) {
+    const Pipe pipe;
+    const auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [&] {
+        ++Calls_;
+        pipe.Take();
+    });
+    const auto timer = Loop_->NewTimer(1ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    pipe.Put();
+    Stall(3ms);
+    Loop_->Yield(0us);
+    EXPECT_EQ(Calls_, 2);
+}
+
+TEST_P(MessageLoopContract, ASleepMayBeLongerThanAnyClockTells) {
+    const auto timer = Loop_->NewTimer(1ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    Loop_->Yield(std::chrono::hours(1'000'000));
+    EXPECT_EQ(Calls_, 1);
+}
+
+TEST_P(MessageLoopContract, WakesOnInput) {
+    const Pipe pipe;
+    const auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [&] {
+        ++Calls_;
+        pipe.Take();
+    });
+    pipe.Put();
+    Loop_->Yield(60s);
+    EXPECT_EQ(Calls_, 1);
+    Loop_->Yield(0us);
+    EXPECT_EQ(Calls_, 1);
+}
+
+TEST_P(MessageLoopContract, TellsOfInputAgainWhenNotAllOfItWasTaken) {
+    const Pipe pipe;
+    const auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [&] {
+        ++Calls_;
+        pipe.Take();
+    });
+    pipe.Put();
+    pipe.Put();
+    Loop_->Yield(60s);
+    Loop_->Yield(60s);
+    EXPECT_EQ(Calls_, 2);
+}
+
+TEST_P(MessageLoopContract, AnEndedWatchIsNotCalled) {
+    const Pipe pipe;
+    auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [&] { ++Calls_; });
+    pipe.Put();
+    watch.reset();
+    Loop_->Yield(1ms);
+    EXPECT_EQ(Calls_, 0);
+}
+
+TEST_P(MessageLoopContract, AWatchMayEndInItsOwnCall) {
+    const Pipe pipe;
+    const auto guard = std::make_shared<int>(1);
+    std::unique_ptr<Watch> watch;
+    watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [this, &watch, guard] {
+        watch.reset();
+        Calls_ += *guard;
+    });
+    pipe.Put();
+    Loop_->Yield(60s);
+    Loop_->Yield(1ms);
+    EXPECT_EQ(Calls_, 1);
+}
+
+TEST_P(MessageLoopContract, AWatchMayEndInTheCallOfAnother) {
+    const Pipe one;
+    const Pipe other;
+    std::unique_ptr<Watch> first;
+    std::unique_ptr<Watch> second;
+    first = Loop_->WatchInput(one.ReadEnd.Get(), [&] {
+        second.reset();
+        one.Take();
+        ++Calls_;
+    });
+    second = Loop_->WatchInput(other.ReadEnd.Get(), [&] {
+        first.reset();
+        other.Take();
+        ++Calls_;
+    });
+    one.Put();
+    other.Put();
+    Loop_->Yield(60s);
+    Loop_->Yield(1ms);
+    EXPECT_EQ(Calls_, 1);
+}
+
+TEST_P(MessageLoopContract, ACallbackMayRunTheLoop) {
+    const Pipe one;
+    const Pipe other;
+    const auto first = Loop_->WatchInput(one.ReadEnd.Get(), [&] {
+        one.Take();
+        other.Put();
+        Loop_->Yield(60s);
+    });
+    const auto second = Loop_->WatchInput(other.ReadEnd.Get(), [&] {
+        other.Take();
+        ++Calls_;
+    });
+    one.Put();
+    Loop_->Yield(60s);
+    EXPECT_EQ(Calls_, 1);
+}
+
+TEST_P(MessageLoopContract, InputThatWasTakenInsideACallbackIsNotToldAgain) {
+    const Pipe one;
+    const Pipe other;
+    // Taking what is not there would wait for ever.
+    const auto takeAndYield = [this](const Pipe& pipe) {
+        pipe.Take();
+        ++Calls_;
+        Loop_->Yield(0us);
+    };
+    const auto first = Loop_->WatchInput(one.ReadEnd.Get(), [&] { takeAndYield(one); });
+    const auto second = Loop_->WatchInput(other.ReadEnd.Get(), [&] { takeAndYield(other); });
+    one.Put();
+    other.Put();
+    Loop_->Yield(60s);
+    EXPECT_EQ(Calls_, 2);
+}
+
+TEST_P(MessageLoopContract, ATimerEndsTheSleep) {
+    const auto timer = Loop_->NewTimer(20ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    const auto before = Loop_->MillisecondClock();
+    while (Calls_ == 0) {
+        Loop_->Yield(60s);
+    }
+    EXPECT_GE(Loop_->MillisecondClock() - before, 19ms);
+}
+
+TEST_P(MessageLoopContract, ATimerThatIsSwitchedOffDoesNotTick) {
+    const auto timer = Loop_->NewTimer(1ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    timer->SetEnabled(false);
+    YieldFor(*Loop_, 5ms);
+    EXPECT_EQ(Calls_, 0);
+}
+
+TEST_P(MessageLoopContract, EveryTickIsSeenByWhoLooksAfterEveryYield) {
+    const auto timer = Loop_->NewTimer(2ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    Stall(15ms);
+    int seen = 0;
+    while (seen < 20) {
+        Loop_->Yield(1s);
+        ASSERT_LE(Calls_, seen + 1);
+        seen = Calls_;
+    }
+}
+
+TEST_P(MessageLoopContract, ATickMayRunTheLoopInWhichTheOthersTick) {
+    int inside = 0;
+    const auto often = Loop_->NewTimer(1ms, [this] { ++Calls_; });
+    std::unique_ptr<Timer> once;
+    once = Loop_->NewTimer(5ms, [&] {
+        once->SetEnabled(false);
+        const int before = Calls_;
+        while (Calls_ < before + 3) {
+            Loop_->Yield(60s);
+        }
+        ++inside;
+    });
+    often->SetEnabled(true);
+    once->SetEnabled(true);
+    while (inside == 0) {
+        Loop_->Yield(60s);
+    }
+    EXPECT_EQ(inside, 1);
+}
+
+TEST_P(MessageLoopContract, InputIsHandledBeforeTheTickThatIsDueWithIt) {
+    const Pipe pipe;
+    int callsAtTick = -1;
+    const auto timer = Loop_->NewTimer(1ms, [&] { callsAtTick = Calls_; });
+    const auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [&] {
+        pipe.Take();
+        ++Calls_;
+    });
+    timer->SetEnabled(true);
+    Stall(3ms);
+    pipe.Put();
+    Loop_->Yield(60s);
+    EXPECT_EQ(callsAtTick, 1);
+}
+
+TEST_P(MessageLoopContract, AHungUpHandleIsCalledOnceAndDoesNotSpin) {
+    Pipe pipe;
+    const auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [this] { ++Calls_; });
+    pipe.WriteEnd.Reset();
+    EXPECT_LT(YieldFor(*Loop_, 50ms), 5);
+    EXPECT_EQ(Calls_, 1);
+}
+
+TEST_P(MessageLoopContract, AHandleThatIsNoneDoesNotSpin) {
+    Pipe pipe;
+    const auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [this] { ++Calls_; });
+    pipe.ReadEnd.Reset();
+    EXPECT_LT(YieldFor(*Loop_, 50ms), 5);
+    EXPECT_LE(Calls_, 1);
+}
+
+TEST_P(MessageLoopContract, ASignalDoesNotDisturbTheTimers) {
+    struct sigaction before {};
+    struct sigaction quiet {};
+    quiet.sa_handler = [](int) {};
+    sigaction(SIGALRM, &quiet, &before);
+    itimerval often{{0, 1000}, {0, 1000}};
+    itimerval never{};
+    setitimer(ITIMER_REAL, &often, nullptr);
+    const auto timer = Loop_->NewTimer(10ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    while (Calls_ < 3) {
+        Loop_->Yield(60s);
+    }
+    setitimer(ITIMER_REAL, &never, nullptr);
+    sigaction(SIGALRM, &before, nullptr);
+    EXPECT_EQ(Calls_, 3);
+}
+
+TEST_P(MessageLoopContract, NowIsTheLocalTime) {
+    const std::time_t before = std::time(nullptr);
+    auto now = Loop_->Now();
+    const std::time_t told = std::mktime(&now);
+    EXPECT_GE(told, before);
+    EXPECT_LE(told, std::time(nullptr));
+}
+
+}  // namespace burnwick::test

@@ -20,7 +20,7 @@ public:
 private:
     void Activated() {
         pollfd now{static_cast<int>(Notifier_.socket()), POLLIN, 0};
-        // Nothing: the call of another watch has run the loop, which told of this input already.
+        // What was there may have been taken meanwhile, in the call of another watch.
         if (poll(&now, 1, 0) <= 0) {
             return;
         }

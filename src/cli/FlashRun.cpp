@@ -1,6 +1,5 @@
 #include "cli/FlashRun.h"
 
-#include <limits>
 #include <system_error>
 
 #include "cli/Wording.h"
@@ -15,17 +14,6 @@ namespace burnwick::cli {
 namespace {
 
 constexpr const char* Programmed = "Programming was completed successfully.";
-
-// What a read-back of this image asks the unit for; nothing when no read-back has that length.
-std::optional<std::int16_t> BlocksToReadBack(const std::string& image) {
-    std::error_code error;
-    const auto bytes = std::filesystem::file_size(Utf8Path(image), error);
-    const auto blocks = error ? 0 : VerificationBlocks(bytes);
-    if (blocks == 0 || blocks > std::numeric_limits<std::int16_t>::max()) {
-        return std::nullopt;
-    }
-    return static_cast<std::int16_t>(blocks);
-}
 
 }  // namespace
 

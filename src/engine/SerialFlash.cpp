@@ -76,7 +76,17 @@ void SerialFlash::Execute(Method method) {
     Running_ = true;
     Method_ = method;
     PortError_.reset();
+    const std::unique_ptr<SerialFlash, void (*)(SerialFlash*)> end(this,
+                                                                   [](SerialFlash* run) { run->EndRun(); });
     RunJob();
+}
+
+// Comes also when an event's handler has thrown: the next run finds everything in order.
+void SerialFlash::EndRun() {
+    TimingTimer_->SetEnabled(false);
+    if (Port_.PortOpen()) {
+        CloseLink();
+    }
     SecTimeoutTimer_->SetEnabled(false);
     Run_ = {};
     Running_ = false;

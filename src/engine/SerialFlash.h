@@ -109,6 +109,7 @@ private:
 
     // SerialFlash.cpp: a run from outside.
     void RunJob();
+    void EndRun();
     std::string PrepareFile();
     std::string PrepareUpload();
     std::string PrepareDownload();

@@ -1,5 +1,6 @@
 #include "run/Verification.h"
 
+#include <limits>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -22,6 +23,16 @@ std::uint64_t VerificationBlocks(std::uint64_t imageBytes) {
     const std::uint64_t rest = imageBytes % BlockBytes;
     const bool up = rest > BlockBytes / 2 || (rest == BlockBytes / 2 && blocks % 2 != 0);
     return up ? blocks + 1 : blocks;
+}
+
+std::optional<std::int16_t> BlocksToReadBack(const std::string& imageFileName) {
+    std::error_code error;
+    const auto bytes = std::filesystem::file_size(Utf8Path(imageFileName), error);
+    const auto blocks = error ? 0 : VerificationBlocks(bytes);
+    if (blocks == 0 || blocks > std::numeric_limits<std::int16_t>::max()) {
+        return std::nullopt;
+    }
+    return static_cast<std::int16_t>(blocks);
 }
 
 Verdict JudgeReadBack(const std::string& imageFileName, const std::filesystem::path& readBack) {

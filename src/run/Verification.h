@@ -14,6 +14,10 @@ namespace burnwick {
 // halves to the even one.
 std::uint64_t VerificationBlocks(std::uint64_t imageBytes);
 
+// What a read-back of this image asks the unit for; nothing when no read-back has its length, or the image is
+// gone.
+std::optional<std::int16_t> BlocksToReadBack(const std::string& imageFileName);
+
 // What comparing a unit's flash with its image came to.
 struct Verdict {
     std::string Result;                       // "Verifying was successfully.", or "Verifying error: …"

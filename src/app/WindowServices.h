@@ -1,0 +1,45 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/MessageLoop.h"
+#include "platform/SerialDevice.h"
+#include "platform/ShellIntegration.h"
+#include "platform/SingleInstance.h"
+#include "platform/SleepInhibitor.h"
+#include "ports/PortTable.h"
+
+class QWidget;
+
+namespace burnwick {
+
+// What the main window finds around it: services that a test puts its own in the place of.
+struct WindowServices {
+    std::string Title{};        // the application's
+    std::string Version{};      // "2.08.1000"
+    std::string CommandLine{};  // the arguments, joined by one blank
+    bool Debug = false;         // the debug check box is there and ticked, and the link tells Trace all
+    std::function<void(const std::string& line)> Trace{};
+
+    MessageLoop& Loop;
+    ReadSetting Setting;
+    WriteSetting Store;
+    std::filesystem::path ProgramFolder;  // of the log and the verification file
+    std::filesystem::path Executable;
+
+    ShellIntegration& Shell;
+    // The copies of the program that run under this title.
+    std::function<std::unique_ptr<SingleInstance>(const std::string& title)> Copies;
+    std::function<std::unique_ptr<SerialDevice>()> NewDevice;
+    std::function<std::unique_ptr<SleepInhibitor>(const std::string& why)> InhibitSleep;
+
+    std::function<void()> Beep;
+    // Calls the user to a window in the background, until it is looked at.
+    std::function<void(QWidget* window)> Flash;
+    std::function<void(const std::string& title, const std::string& text)> Notify;
+};
+
+}  // namespace burnwick

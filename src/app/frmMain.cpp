@@ -1,0 +1,274 @@
+#include "app/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QScreen>
+#include <QTimer>
+#include <QWindow>
+#include <array>
+#include <chrono>
+
+#include "app/MsgBox.h"
+#include "app/modSystemMenu.h"
+#include "image/modBinFileInfo.h"
+#include "platform/Utf8Path.h"
+#include "ports/modFindCOMPorts.h"
+#include "run/LogOption.h"
+#include "run/RecentFiles.h"
+#include "settings/ShellCheck.h"
+#include "settings/modActivatePrevInstance.h"
+#include "ui_frmMain.h"
+
+namespace burnwick {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// A whole run, but for its verification, is read without scrolling.
+constexpr int DisplayLines = 18;
+constexpr int DisplayColumns = 68;
+
+// The one image among what is dragged over the window; empty for anything else.
+std::string DraggedImage(const QMimeData& data) {
+    const auto urls = data.urls();
+    if (urls.size() != 1 || !urls.constFirst().isLocalFile()) {
+        return {};
+    }
+    const std::string path = urls.constFirst().toLocalFile().toStdString();
+    const bool isImage =
+        modBinFileInfo::ReadTrouble(path).empty() && modBinFileInfo::CheckFileFormat(path).empty();
+    return isImage ? path : std::string();
+}
+
+}  // namespace
+
+frmMain::frmMain(WindowServices& services)
+    : Services_(services),
+      Ui_(std::make_unique<Ui::frmMain>()),
+      MSComm1(services.Loop, services.NewDevice(),
+              [this](int port) { return DeviceOf(port, Services_.Setting); }),
+      EnginePort_(services.Loop, services.NewDevice(),
+                  [this](int port) { return DeviceOf(port, Services_.Setting); }),
+      SerialFlash1(services.Loop, EnginePort_),
+      tmrStatus(services.Loop.NewTimer(800ms, [this] { tmrStatus_Timer(); })),
+      tmrTimeOut(services.Loop.NewTimer(100ms, [this] { tmrTimeOut_Timer(); })),
+      tmrFlashWindow(services.Loop.NewTimer(300ms, [this] { tmrFlashWindow_Timer(); })),
+      Title_(services.Title) {
+    Ui_->setupUi(this);
+    Layout();
+    ConnectCommands();
+    SerialFlash1.Progress = [this](int block, int total) { SerialFlash1_Progress(block, total); };
+    SerialFlash1.Message = [this](const std::string& text) { SerialFlash1_Message(text); };
+    SerialFlash1.Timing = [this](const std::string& text) { SerialFlash1_Timing(text); };
+    SerialFlash1.Trace = Services_.Trace;
+    SerialFlash1.SetDebugEnabled(Services_.Debug);
+}
+
+frmMain::~frmMain() = default;
+
+// What a form file cannot tell: sizes that follow the fonts.
+void frmMain::Layout() {
+    for (QWidget* const widget : findChildren<QWidget*>()) {
+        if (!widget->objectName().startsWith("qt_")) {
+            widget->setAccessibleName(widget->objectName());
+        }
+    }
+    Ui_->txtDisplay->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    const QFontMetrics metrics = Ui_->txtDisplay->fontMetrics();
+    const int border = 2 * (Ui_->txtDisplay->frameWidth() + 4);
+    Ui_->txtDisplay->setMinimumSize(metrics.averageCharWidth() * DisplayColumns + border,
+                                    metrics.lineSpacing() * DisplayLines + border);
+    Ui_->txtDisplay->installEventFilter(this);
+    Ui_->lblRate->setMinimumWidth(fontMetrics().horizontalAdvance("000.0 KB/s, 00:00 left"));
+    for (QWidget* const blinking :
+         {static_cast<QWidget*>(Ui_->lblStatus), static_cast<QWidget*>(Ui_->lblTiming)}) {
+        QSizePolicy policy = blinking->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        blinking->setSizePolicy(policy);
+    }
+    Ui_->lblTiming->hide();
+    Ui_->chkDebug->setVisible(Services_.Debug);
+    Ui_->chkDebug->setChecked(Services_.Debug);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void frmMain::ConnectCommands() {
+    const auto onClick = [this](QPushButton* button, void (frmMain::*handler)()) {
+        connect(button, &QPushButton::clicked, this, handler);
+    };
+    const auto onCommand = [this](QAction* command, void (frmMain::*handler)()) {
+        connect(command, &QAction::triggered, this, handler);
+    };
+    onClick(Ui_->cmdDownload, &frmMain::cmdDownload_Click);
+    onClick(Ui_->cmdUpload, &frmMain::cmdUpload_Click);
+    onClick(Ui_->cmdQuit, &frmMain::cmdQuit_Click);
+    onCommand(Ui_->mnuFileDownload, &frmMain::cmdDownload_Click);
+    onCommand(Ui_->mnuFileUpload, &frmMain::cmdUpload_Click);
+    onCommand(Ui_->mnuFileExit, &frmMain::cmdQuit_Click);
+    for (const int index : {1, 2, 3, 4}) {
+        connect(RecentEntry(index), &QAction::triggered, this, [this, index] { mnuFileMRF_Click(index); });
+    }
+}
+
+QAction* frmMain::RecentEntry(int index) const {
+    const std::array entries{Ui_->mnuFileMRF_1, Ui_->mnuFileMRF_2, Ui_->mnuFileMRF_3, Ui_->mnuFileMRF_4};
+    return entries.at(static_cast<std::size_t>(index - 1));
+}
+
+bool frmMain::Form_Load() {
+    Title_ = ApplicationTitle(Services_.Title, Services_.Version);
+    Copies_ = Services_.Copies(Title_);
+    if (modActivatePrevInstance::ActivatePrevInstance(*Copies_, Services_.Setting("Status", "Programming"))) {
+        return false;
+    }
+    Copies_->Claim([this] { ComeForward(); });
+    ClearSoftwareSummary();
+    if (Ui_->chkDebug->isChecked()) {
+        Title_ = "Burnwick-Debug";
+    }
+    CheckShellIntegration(Services_.Shell, Services_.Executable, Services_.Setting, Services_.Store);
+    LogOption(Services_.Setting, Services_.Store);
+    CheckStartupPort();
+    FillMissingSettings();
+    FadeBar();
+    ShowInBar(Ui_->PercentBar1->objectName(), 0);
+    SetCaption(Title_);
+    Ui_->cmdDownload->setFocus();
+    show();
+    SystemMenu_ = SystemMenuOf(winId());
+    if (!Services_.CommandLine.empty()) {
+        TransferMode = TransferModes::Download;
+        RunFlashCommand();
+    }
+    for (const int item : {0, 2, 4}) {  // Restore, Size, Maximize
+        modSystemMenu::RemoveSystemMenuItem(*SystemMenu_, item);
+    }
+    LoadRecentFiles();
+    return true;
+}
+
+void frmMain::FillMissingSettings() {
+    if (Services_.Setting("COMPort", "BaudRate").empty()) {
+        Services_.Store("COMPort", "BaudRate", "0");
+    }
+    if (Services_.Setting("Status", "Programming").empty()) {
+        Services_.Store("Status", "Programming", "No");
+    }
+}
+
+void frmMain::CheckStartupPort() {
+    MSComm1.SetCommPort(modFindCOMPorts::ChooseStartupPort(MSComm1, Services_.Setting, Services_.Store));
+    SetStatus(ReadyText(MSComm1.CommPort(), GetBaudRateSetting(Services_.Setting)));
+}
+
+void frmMain::ComeForward() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void frmMain::Unload() {
+    Unloading_ = true;
+    close();
+    Unloading_ = false;
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (!Unloading_ && SystemMenu_ && SystemMenu_->CloseIsGreyed()) {
+        return;
+    }
+    if (Running_) {
+        CloseWhenDone_ = true;
+        CancelRun();
+        return;
+    }
+    Form_Unload();
+    event->accept();
+}
+
+void frmMain::Form_Unload() {
+    if (MSComm1.PortOpen()) {
+        MSComm1.SetPortOpen(false);
+    }
+    tmrStatus->SetEnabled(false);
+    tmrTimeOut->SetEnabled(false);
+    tmrFlashWindow->SetEnabled(false);
+    Services_.Store("Status", "Programming", "No");
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (window->windowTitle() == "Burnwick Help" || window->windowTitle() == "Burnwick (OEM) Help") {
+            window->close();
+        }
+    }
+}
+
+void frmMain::LoadRecentFiles() {
+    const RecentFiles files = ReadRecentFiles(Services_.Setting);
+    bool any = false;
+    for (int index = 1; const auto& path : files) {
+        RecentEntry(index)->setText(QString::fromStdString(RecentCaption(index, path)));
+        RecentEntry(index)->setVisible(!path.empty());
+        any = any || !path.empty();
+        ++index;
+    }
+    Ui_->mnuFileMRFSeparator->setVisible(any);
+}
+
+void frmMain::AddRecentFile(const std::string& path) {
+    if (LeavesRecentFile(Texts_.Status, TransferMode == TransferModes::Upload)) {
+        burnwick::AddRecentFile(path, Services_.Setting, Services_.Store);
+        LoadRecentFiles();
+    }
+}
+
+void frmMain::mnuFileMRF_Click(int index) {
+    const std::string path = PathOfCaption(RecentEntry(index)->text().toStdString());
+    std::error_code ignored;
+    if (!std::filesystem::exists(Utf8Path(path), ignored)) {
+        MsgBox(this, QMessageBox::Critical, FileNotFoundBox(path));
+        return;
+    }
+    StartedByUser = true;
+    TransferMode = TransferModes::Download;
+    ChosenFile_ = path;
+    RunFlashCommand();
+    AddRecentFile(path);
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (!Running_ && !DraggedImage(*event->mimeData()).empty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    ChosenFile_ = Running_ ? "" : DraggedImage(*event->mimeData());
+    if (ChosenFile_.empty()) {
+        return;
+    }
+    event->acceptProposedAction();
+    StartedByUser = true;
+    TransferMode = TransferModes::Download;
+    // Whoever the image was dragged from waits for this call to return.
+    QTimer::singleShot(0, this, &frmMain::RunFlashCommand);
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Ui_->txtDisplay && event->type() == QEvent::KeyPress) {
+        const auto* const key = static_cast<QKeyEvent*>(event);
+        // The way to stop a download when Cancel is disabled already; hidden on purpose.
+        if (Running_ && TransferMode == TransferModes::Download && MovesBlocks(Texts_.Status)
+            && key->key() == Qt::Key_S && key->modifiers() == Qt::ShiftModifier) {
+            SerialFlash1.Execute(Method::Cancel);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace burnwick

@@ -1,0 +1,146 @@
+#pragma once
+
+#include <QMainWindow>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "app/WindowServices.h"
+#include "engine/SerialFlash.h"
+#include "platform/MSComm.h"
+#include "platform/SystemMenu.h"
+#include "run/BoxTexts.h"
+#include "run/RunTexts.h"
+#include "run/Summary.h"
+#include "run/TransferRate.h"
+#include "run/WindowTexts.h"
+
+class QAction;
+
+namespace burnwick {
+
+namespace Ui {
+class frmMain;
+}
+
+// The main window: the commands Download and Upload, what a run shows of itself, and the way to every other
+// dialog. Closing it ends the program.
+//
+// A run is synchronous: RunFlashCommand returns when it has ended. Clicks, keys, timers and the link's events
+// come meanwhile, on the same thread, out of the message loop's Yield.
+class frmMain final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // The services must outlive the window.
+    explicit frmMain(WindowServices& services);
+    frmMain(const frmMain&) = delete;
+    frmMain& operator=(const frmMain&) = delete;
+    ~frmMain() override;
+
+    // Makes the window ready, shows it, and programs the image that the command line names. False when this
+    // copy of the program has to end at once, because another one has come forward.
+    bool Form_Load();
+
+    // Ends the program; a run in progress is cancelled first.
+    void Unload();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    enum class TransferModes : std::int16_t { Upload = 1, Download = 2 };
+
+    // frmMain.cpp: the window itself, start-up and shut-down.
+    void Layout();
+    void ConnectCommands();
+    QAction* RecentEntry(int index) const;
+    void Form_Unload();
+    void FillMissingSettings();
+    void CheckStartupPort();
+    void ComeForward();
+    void LoadRecentFiles();
+    void AddRecentFile(const std::string& path);
+    void mnuFileMRF_Click(int index);
+
+    // frmMainRun.cpp: a run from the click to its result.
+    void cmdDownload_Click();
+    void cmdUpload_Click();
+    void cmdQuit_Click();
+    void RunFlashCommand();
+    void Run();
+    bool ChooseFile();
+    bool ChooseImage();
+    bool ChooseUploadFile();
+    bool AcceptImage();
+    void RefuseImage(const std::string& status, const std::string& display);
+    void PrepareWindow();
+    void PrepareEngine();
+    void Verify();
+    void Judge(const std::filesystem::path& readBack);
+    void EndOfRun();
+    void BackToIdle();
+    void LogRun();
+    void TrapCommError(const CommError& error);
+    void ShowCommError(const CommError& error);
+    void CancelRun();
+    void SetMenusEnabled(bool enabled);
+
+    // frmMainShow.cpp: what a run shows of itself.
+    void SerialFlash1_Progress(int block, int totalBlock);
+    void SerialFlash1_Message(const std::string& text);
+    void SerialFlash1_Timing(const std::string& text);
+    void BeginTransfer();
+    void tmrStatus_Timer();
+    void tmrTimeOut_Timer();
+    void tmrFlashWindow_Timer();
+    bool IsActive() const;
+    void SetCaption(const std::string& caption);
+    void SetStatus(const std::string& text);
+    void Append(std::span<const std::string> lines);
+    void RestoreCaption();
+    void ShowWorkingColors();
+    void FadeBar();
+    void ShowInBar(const QString& caption, int value);
+    bool ShowSoftwareSummary(const std::string& path);
+    void ClearSoftwareSummary();
+    void ShowSummaryTexts();
+    void ShowSummaryTitle(const std::string& title);
+    RunKind Kind() const;
+
+    WindowServices& Services_;
+    std::unique_ptr<Ui::frmMain> Ui_;
+    std::unique_ptr<SystemMenu> SystemMenu_;
+    std::unique_ptr<SingleInstance> Copies_;
+
+    MSComm MSComm1;
+    MSComm EnginePort_;
+    SerialFlash SerialFlash1;
+    std::unique_ptr<Timer> tmrStatus;
+    std::unique_ptr<Timer> tmrTimeOut;
+    std::unique_ptr<Timer> tmrFlashWindow;
+
+    std::string Title_;
+    TransferModes TransferMode = TransferModes::Download;
+    bool StartedByUser = false;
+    std::string ChosenFile_;  // of the recent files, or dropped; used up when it is read
+    std::int16_t UploadBlocks = 0;
+    std::string ImageFileName;
+    bool CancelRequested = false;
+
+    bool Running_ = false;
+    bool Unloading_ = false;      // leaving is the user's own wish, not the window manager's
+    bool CloseWhenDone_ = false;  // the window closes when the run has ended
+    RunTexts Texts_;              // of the latest run; labels and display show them
+    SoftwareSummary Summary_;
+    TransferRate Rate_;
+    int Percent = 0;
+    bool CaptionSaved = false;
+    std::string SavedCaption;
+};
+
+}  // namespace burnwick

@@ -1,0 +1,290 @@
+// A run from the user's click to its result.
+#include <exception>
+#include <limits>
+#include <system_error>
+#include <utility>
+
+#include "app/DirFile.h"
+#include "app/FileDialog.h"
+#include "app/MsgBox.h"
+#include "app/frmMain.h"
+#include "app/modSystemMenu.h"
+#include "image/modBinFileInfo.h"
+#include "log/ActivityLog.h"
+#include "platform/Utf8Path.h"
+#include "run/Verification.h"
+#include "settings/frmChipSelect.h"
+#include "ui_frmMain.h"
+
+namespace burnwick {
+
+namespace {
+
+constexpr const char* Programmed = "Programming was completed successfully.";
+
+}  // namespace
+
+void frmMain::cmdDownload_Click() {
+    StartedByUser = true;
+    TransferMode = TransferModes::Download;
+    RunFlashCommand();
+}
+
+void frmMain::cmdUpload_Click() {
+    StartedByUser = true;
+    TransferMode = TransferModes::Upload;
+    RunFlashCommand();
+}
+
+void frmMain::cmdQuit_Click() {
+    if (Ui_->cmdQuit->text() == "&Quit") {
+        Unload();
+    } else {
+        Ui_->cmdQuit->setText("&Quit");
+        CancelRun();
+    }
+}
+
+void frmMain::CancelRun() {
+    SerialFlash1.Execute(Method::Cancel);
+    CancelRequested = true;
+}
+
+void frmMain::RunFlashCommand() {
+    if (Running_) {
+        return;
+    }
+    Running_ = true;
+    try {
+        Run();
+    } catch (const std::exception& error) {
+        BackToIdle();
+        SystemMenu_->SetCloseGreyed(false);
+        MsgBox(this, QMessageBox::Warning, ErrorBox(error.what()));
+    }
+    Running_ = false;
+    if (CloseWhenDone_) {
+        Unload();
+    }
+}
+
+void frmMain::Run() {
+    if (MSComm1.PortOpen()) {
+        MSComm1.SetPortOpen(false);
+    }
+    SetCaption(Title_);
+    if (!ChooseFile()) {
+        return;
+    }
+    PrepareWindow();
+    PrepareEngine();
+    const auto awake = Services_.InhibitSleep("A unit's flash memory is being programmed or read");
+    if (TransferMode == TransferModes::Upload) {
+        SerialFlash1.SetUploadBlock(UploadBlocks);
+        SerialFlash1.Execute(Method::Upload);
+    } else {
+        SerialFlash1.Execute(Method::Download);
+    }
+    if (const CommResult error = SerialFlash1.PortError()) {
+        TrapCommError(*error);
+        return;
+    }
+    if (TransferMode == TransferModes::Download
+        && OffersVerification(Texts_.Status, Services_.Setting("Options", "Verify"), CancelRequested)
+        && MsgBox(this, QMessageBox::Information, VerificationQuestion(), QMessageBox::Yes | QMessageBox::No)
+               == QMessageBox::Yes) {
+        Verify();
+    }
+    EndOfRun();
+}
+
+bool frmMain::ChooseFile() {
+    const bool chosen = TransferMode == TransferModes::Upload ? ChooseUploadFile() : ChooseImage();
+    if (ImageFileName.empty()) {
+        SetMenusEnabled(true);
+        StartedByUser = false;
+    }
+    return chosen;
+}
+
+bool frmMain::ChooseImage() {
+    if (!Services_.CommandLine.empty() && !StartedByUser) {
+        std::error_code error;
+        const auto path =
+            std::filesystem::absolute(Utf8Path(DirFile::CleanPath(Services_.CommandLine)), error);
+        ImageFileName = Utf8Text(path);
+    } else if (!ChosenFile_.empty()) {
+        ImageFileName = std::exchange(ChosenFile_, {});
+    } else {
+        ImageFileName = AskForFileToOpen(this, Services_.Setting("Path", "LastPath"));
+    }
+    return !ImageFileName.empty() && AcceptImage();
+}
+
+bool frmMain::AcceptImage() {
+    if (const std::string refusal = modBinFileInfo::CheckFileFormat(ImageFileName); !refusal.empty()) {
+        RefuseImage(refusal, refusal);
+        return false;
+    }
+    if (!ShowSoftwareSummary(ImageFileName)) {
+        const std::string refusal = "File is not supported.";
+        RefuseImage(refusal, refusal + "\n");
+        return false;
+    }
+    return true;
+}
+
+// A file that cannot even be read is told with the reason: its format is not what is wrong with it.
+void frmMain::RefuseImage(const std::string& status, const std::string& display) {
+    const std::string trouble = modBinFileInfo::ReadTrouble(ImageFileName);
+    const std::string lineBreak = display.ends_with('\n') ? "" : "\n";
+    const std::string why = trouble.empty() ? "" : lineBreak + ImageFileName + ": " + trouble + ".\n";
+    SetStatus(status);
+    Ui_->txtDisplay->setPlainText(QString::fromStdString(display + why));
+}
+
+bool frmMain::ChooseUploadFile() {
+    frmChipSelect chipSelect(Services_.Setting, Services_.Store, this);
+    chipSelect.exec();
+    UploadBlocks = static_cast<std::int16_t>(chipSelect.UploadBlocks());
+    if (UploadBlocks == 0) {
+        return false;
+    }
+    ImageFileName = AskForFileToSave(this, Services_.Setting("Path", "LastPath"));
+    if (ImageFileName.empty()) {
+        return false;
+    }
+    ClearSoftwareSummary();
+    return true;
+}
+
+void frmMain::PrepareWindow() {
+    Texts_ = {};
+    Rate_ = {};
+    Ui_->txtDisplay->clear();
+    Services_.Store("Path", "LastPath", DirFile::Folder(ImageFileName));
+    CaptionSaved = false;
+    Ui_->cmdDownload->setEnabled(false);
+    Ui_->cmdUpload->setEnabled(false);
+    SetMenusEnabled(false);
+    Ui_->cmdQuit->setText("&Cancel");
+    Ui_->cmdQuit->setFocus();
+    SetStatus(Texts_.Status);
+    tmrStatus->SetEnabled(true);
+    tmrTimeOut->SetEnabled(true);
+    FadeBar();
+    Ui_->PercentBar1->SetValue(0);
+}
+
+void frmMain::PrepareEngine() {
+    SerialFlash1.SetFileName(ImageFileName);
+    SerialFlash1.SetCommPort(static_cast<std::uint8_t>(MSComm1.CommPort()));
+    SerialFlash1.SetBaudRate(GetBaudRateSetting(Services_.Setting));
+}
+
+// Whatever comes of it, the programming itself has succeeded: the verdict is a line of its own.
+void frmMain::Verify() {
+    Ui_->cmdQuit->setEnabled(true);
+    Append(Texts_.BeginVerification());
+    SetStatus(Texts_.Status);
+    const auto blocks = BlocksToReadBack(ImageFileName);
+    const auto readBack = VerificationFile::Claim(Services_.ProgramFolder, Utf8Path(ImageFileName));
+    if (!blocks) {
+        Append(Texts_.EndVerification("Verifying error: " + modBinFileInfo::FileNameOf(ImageFileName)
+                                      + " cannot be read back."));
+    } else if (!readBack) {
+        Append(Texts_.EndVerification("Verifying error: no file can be made in "
+                                      + Utf8Text(Services_.ProgramFolder) + "."));
+    } else {
+        SerialFlash1.SetFileName(Utf8Text(readBack->Path()));
+        SerialFlash1.SetUploadBlock(*blocks);
+        SerialFlash1.Execute(Method::Upload);
+        Judge(readBack->Path());
+    }
+    SetCaption("Burnwick - Programming was completed successfully");
+    Texts_.Status = Programmed;
+    SetStatus(Programmed);
+    ShowWorkingColors();
+    ShowInBar("100%", 100);
+}
+
+void frmMain::Judge(const std::filesystem::path& readBack) {
+    std::error_code ignored;
+    if (const CommResult error = SerialFlash1.PortError()) {
+        ShowCommError(*error);
+    } else if (Texts_.VerifyCanceled) {
+        Append(Texts_.EndVerification("Verifying was canceled."));
+    } else if (std::filesystem::exists(readBack, ignored)) {
+        SetStatus("Please wait for a few seconds...");
+        ShowInBar("Please wait...", 0);
+        Append(Texts_.EndVerification(JudgeReadBack(ImageFileName, readBack).Result));
+    }
+}
+
+void frmMain::EndOfRun() {
+    Services_.Beep();
+    if (TransferMode == TransferModes::Download && Texts_.Timing.find("Elapsed") != std::string::npos) {
+        modSystemMenu::ToggleCloseCommand(*SystemMenu_);
+    }
+    BackToIdle();
+    tmrFlashWindow->SetEnabled(true);
+    if (!IsActive()) {
+        Services_.Notify(Title_, Texts_.Status);
+    }
+    if (Texts_.Status.find("Transmitting error") != std::string::npos) {
+        MsgBox(this, QMessageBox::Warning, TransmittingErrorBox());
+    }
+    LogRun();
+    AddRecentFile(ImageFileName);
+    Services_.Store("Status", "Programming", "No");
+}
+
+void frmMain::BackToIdle() {
+    Ui_->cmdDownload->setEnabled(true);
+    Ui_->cmdUpload->setEnabled(true);
+    Ui_->cmdQuit->setText("&Quit");
+    Ui_->cmdQuit->setEnabled(true);
+    SetMenusEnabled(true);
+    StartedByUser = false;
+    CancelRequested = false;
+    tmrStatus->SetEnabled(false);
+    Ui_->lblStatus->setVisible(true);
+    Ui_->lblTiming->setVisible(false);
+    Ui_->lblRate->clear();
+    tmrTimeOut->SetEnabled(false);
+    RestoreCaption();
+}
+
+void frmMain::LogRun() {
+    ActivityRecord record = RecordOf(Texts_, ImageFileName, Summary_);
+    record.IsUpload = TransferMode == TransferModes::Upload;
+    WriteActivityLog(Services_.ProgramFolder, Services_.Setting("Options", "LogOption"), record,
+                     Services_.Loop.Now());
+}
+
+// A run that never opened its port leaves neither a record nor a recent file.
+void frmMain::TrapCommError(const CommError& error) {
+    if (MSComm1.PortOpen()) {
+        MSComm1.SetPortOpen(false);
+    }
+    BackToIdle();
+    SetStatus("CommPort COM" + std::to_string(MSComm1.CommPort()) + " is not available.");
+    ShowCommError(error);
+    Ui_->txtDisplay->setPlainText("CommPort is not available.\n");
+    Services_.Store("Status", "Programming", "No");
+}
+
+// Why the port does not open, and what to do about it, stands below the message itself.
+void frmMain::ShowCommError(const CommError& error) {
+    const char* const stop = error.Description.ends_with('?') ? "" : ".";
+    MsgBox(this, QMessageBox::Warning, CommPortErrorBox(MSComm1.CommPort()), QMessageBox::Ok,
+           error.Description + stop);
+}
+
+void frmMain::SetMenusEnabled(bool enabled) {
+    Ui_->mnuFile->setEnabled(enabled);
+    Ui_->mnuTools->setEnabled(enabled);
+    Ui_->mnuHelp->setEnabled(enabled);
+}
+
+}  // namespace burnwick

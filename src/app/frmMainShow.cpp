@@ -1,0 +1,190 @@
+// What a run shows of itself: status, timing, bar and caption; and the summary of its image.
+#include <QApplication>
+#include <QTextCursor>
+
+#include "app/frmMain.h"
+#include "app/modSystemMenu.h"
+#include "image/modBinFileInfo.h"
+#include "ui_frmMain.h"
+
+namespace burnwick {
+
+namespace {
+
+constexpr QColor White(0xFF, 0xFF, 0xFF);
+constexpr QColor Navy(0x00, 0x00, 0x80);
+
+}  // namespace
+
+void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
+    Rate_.Add(Services_.Loop.MillisecondClock(), block, totalBlock);
+    if (block == 0) {
+        BeginTransfer();
+        return;
+    }
+    Percent = PercentOf(block, totalBlock);
+    Ui_->PercentBar1->SetValue(Percent);
+    Texts_.Status = BlockText(Kind(), block, totalBlock);
+    SetStatus(Texts_.Status);
+}
+
+void frmMain::BeginTransfer() {
+    CaptionSaved = false;
+    Percent = 0;
+    Services_.Store("Status", "Programming", "Yes");
+    ShowWorkingColors();
+    ShowInBar(Ui_->PercentBar1->objectName(), 0);
+    if (TransferMode == TransferModes::Download) {
+        modSystemMenu::ToggleCloseCommand(*SystemMenu_);
+    }
+    if (!Texts_.Verifying) {
+        Ui_->cmdQuit->setEnabled(false);
+    }
+}
+
+void frmMain::SerialFlash1_Message(const std::string& text) {
+    const RunKind run = Kind();
+    if (EndsWaiting(run, text)) {
+        tmrStatus->SetEnabled(false);
+        Ui_->lblStatus->setVisible(true);
+    }
+    Append(Texts_.TakeMessage(text));
+    SetStatus(Texts_.Status);
+    const BarChange bar = BarAfter(text);
+    if (bar == BarChange::Full && run.IsUpload) {
+        ShowSoftwareSummary(ImageFileName);
+    }
+    if (const auto caption = CaptionAfter(run, text)) {
+        SetCaption(*caption);
+    }
+    switch (bar) {
+        case BarChange::None:
+            break;
+        case BarChange::PleaseWait:
+            ShowInBar("Please wait...", 100);
+            break;
+        case BarChange::Full:
+            ShowInBar(Ui_->PercentBar1->objectName(), 100);
+            break;
+        case BarChange::Faded:
+            FadeBar();
+            break;
+    }
+}
+
+void frmMain::SerialFlash1_Timing(const std::string& text) {
+    Texts_.Timing = text;
+    Ui_->lblTiming->setText(QString::fromStdString(text));
+    Ui_->lblTiming->setVisible(true);
+    Ui_->lblRate->setText(QString::fromStdString(Rate_.Text()));
+}
+
+void frmMain::tmrStatus_Timer() {
+    Ui_->lblStatus->setVisible(Ui_->lblStatus->isHidden());
+}
+
+// The caption shows progress only while the user works in another window: the taskbar tells it then.
+void frmMain::tmrTimeOut_Timer() {
+    if (IsActive()) {
+        RestoreCaption();
+        return;
+    }
+    if (!CaptionSaved) {
+        SavedCaption = windowTitle().toStdString();
+        CaptionSaved = true;
+    }
+    setWindowTitle(QString::fromStdString(AwayCaption(Texts_.Timing, Percent)));
+}
+
+void frmMain::tmrFlashWindow_Timer() {
+    if (IsActive()) {
+        tmrFlashWindow->SetEnabled(false);
+    } else {
+        Services_.Flash(this);
+    }
+}
+
+bool frmMain::IsActive() const {
+    return QApplication::activeWindow() == this;
+}
+
+// A caption that comes while progress is shown in its place is the one that the user finds on coming back.
+void frmMain::SetCaption(const std::string& caption) {
+    SavedCaption = caption;
+    setWindowTitle(QString::fromStdString(caption));
+}
+
+void frmMain::RestoreCaption() {
+    if (CaptionSaved) {
+        setWindowTitle(QString::fromStdString(SavedCaption));
+        CaptionSaved = false;
+    }
+}
+
+void frmMain::SetStatus(const std::string& text) {
+    Ui_->lblStatus->setText(QString::fromStdString(text));
+}
+
+void frmMain::Append(std::span<const std::string> lines) {
+    Ui_->txtDisplay->moveCursor(QTextCursor::End);
+    for (const std::string& line : lines) {
+        Ui_->txtDisplay->insertPlainText(QString::fromStdString(line + "\n"));
+    }
+    Ui_->txtDisplay->moveCursor(QTextCursor::End);
+}
+
+void frmMain::ShowWorkingColors() {
+    Ui_->PercentBar1->SetBackColor(White);
+    Ui_->PercentBar1->SetForeColor(Navy);
+}
+
+// In the window's own colour nothing of the bar is seen, from the next time that it is drawn.
+void frmMain::FadeBar() {
+    const QColor background = palette().color(QPalette::Window);
+    Ui_->PercentBar1->SetBackColor(background);
+    Ui_->PercentBar1->SetForeColor(background);
+}
+
+void frmMain::ShowInBar(const QString& caption, int value) {
+    Ui_->PercentBar1->SetCaption(caption);
+    Ui_->PercentBar1->SetValue(value);
+}
+
+bool frmMain::ShowSoftwareSummary(const std::string& path) {
+    if (!modBinFileInfo::ReadTrouble(path).empty()) {
+        return false;
+    }
+    const auto info = modBinFileInfo::GetBinFileInfo(path, [this] { Services_.Loop.Yield({}); });
+    Summary_ = SummaryOf(info, Ui_->chkDebug->isChecked());
+    ShowSummaryTexts();
+    const bool named = info.Model != modBinFileInfo::NotAvailable;
+    ShowSummaryTitle(named ? "Model: " + info.Model : "Summary:");
+    return true;
+}
+
+void frmMain::ClearSoftwareSummary() {
+    Summary_ = {};
+    ShowSummaryTexts();
+    ShowSummaryTitle("Summary:");
+}
+
+void frmMain::ShowSummaryTexts() {
+    Ui_->lblChecksum->setText(QString::fromStdString(Summary_.Checksum));
+    Ui_->lblVersion->setText(QString::fromStdString(Summary_.Version));
+    Ui_->lblLanguage->setText(QString::fromStdString(Summary_.Language));
+    Ui_->lblDateStamp->setText(QString::fromStdString(Summary_.DateStamp));
+}
+
+// A title as long as an image likes must not widen the window, nor its ampersands underline anything.
+void frmMain::ShowSummaryTitle(const std::string& title) {
+    const int room = Ui_->txtDisplay->minimumWidth() - fontMetrics().horizontalAdvance("MM");
+    QString shown = fontMetrics().elidedText(QString::fromStdString(title), Qt::ElideRight, room);
+    Ui_->fraSummary->setTitle(shown.replace("&", "&&"));
+}
+
+RunKind frmMain::Kind() const {
+    return {Title_, modBinFileInfo::FileNameOf(ImageFileName), TransferMode == TransferModes::Upload,
+            Texts_.Verifying};
+}
+
+}  // namespace burnwick

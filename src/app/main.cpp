@@ -1,0 +1,86 @@
+#include <QApplication>
+#include <QIcon>
+#include <QTimer>
+#include <cstdlib>
+#include <iostream>
+
+#include "app/frmMain.h"
+#include "platform/Interrupt.h"
+#include "platform/Notification.h"
+#include "platform/ProgramFolder.h"
+#include "platform/System.h"
+#include "platform/Utf8Path.h"
+#include "platform/WindowLoop.h"
+#include "settings/modUtility.h"
+
+namespace {
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+// A file association passes a path unquoted: its blanks have made several arguments of it.
+std::string CommandLine() {
+    return QApplication::arguments().mid(1).join(' ').toStdString();
+}
+
+QIcon ProgramIcon() {
+    QIcon icon;
+    for (const char* const size : {"16", "22", "24", "32", "48", "64", "128", "256"}) {
+        icon.addFile(QString(":/icons/burnwick-%1.png").arg(size));
+    }
+    return icon;
+}
+
+// Copies with a home of their own are stations of their own: they know nothing of each other.
+std::unique_ptr<burnwick::SingleInstance> CopiesOf(const std::string& title) {
+    return burnwick::CopiesNamed(title + Variable("BURNWICK_HOME"));
+}
+
+burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::ShellIntegration& shell) {
+    using namespace burnwick;
+    return {
+        .Title = BURNWICK_TITLE,
+        .Version = BURNWICK_BUILD,
+        .CommandLine = CommandLine(),
+        .Debug = Variable("BURNWICK_DEBUG") == "1",
+        .Trace = [](const std::string& line) { std::cerr << line << std::endl; },
+        .Loop = loop,
+        .Setting = modUtility::ReadIniValue,
+        .Store = modUtility::WriteIniValue,
+        .ProgramFolder = ProgramFolder(),
+        .Executable = Utf8Path(QApplication::applicationFilePath().toStdString()),
+        .Shell = shell,
+        .Copies = CopiesOf,
+        .NewDevice = NewSerialDevice,
+        .InhibitSleep = InhibitSleep,
+        .Beep = [] { QApplication::beep(); },
+        .Flash = [](QWidget* window) { QApplication::alert(window); },
+        .Notify = Notify,
+    };
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    using namespace burnwick;
+    KeepStandardStreams();
+    SurviveFailedWrites();
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName(BURNWICK_TITLE);
+    QApplication::setDesktopFileName(BURNWICK_TITLE);
+    QApplication::setWindowIcon(ProgramIcon());
+    const auto loop = NewWindowLoop();
+    const auto shell = SystemShell();
+    WindowServices services = ServicesOn(*loop, *shell);
+    modUtility::SetIniPath(services.ProgramFolder / "Burnwick.ini");
+    frmMain window(services);
+    const auto interrupt = CatchInterrupts(*loop, [&window] { window.Unload(); });
+    QTimer::singleShot(0, &window, [&window] {
+        if (!window.Form_Load()) {
+            QApplication::quit();
+        }
+    });
+    return QApplication::exec();
+}

@@ -1,0 +1,473 @@
+// A run from the click to its result.
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+#include <filesystem>
+#include <stdexcept>
+
+#include "gui/WindowTest.h"
+
+namespace burnwick::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+using simulator::Fault;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+constexpr std::size_t Size = 262'144;
+constexpr auto Programmed = "Programming was completed successfully.";
+
+}  // namespace
+
+class frmMainRun : public WindowTest {
+protected:
+    // Programs the usual image, and answers the question after it.
+    void DownloadAndAnswer(QMessageBox::StandardButton answer) {
+        Settings["Options/Verify"] = "1";
+        User.TypeFile(Image());
+        User.ClickInBox(answer);
+        Click("cmdDownload");
+    }
+    bool VerificationFileIsThere() const { return fs::exists(Folder / "home/Verify.tmp"); }
+    bool CloseIsGreyed() const {
+        return !Window->windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
+    }
+};
+
+TEST_F(frmMainRun, ADownloadProgramsTheUnit) {
+    ConnectUnitOfSize(Size);
+    Start();
+    Download(Image());
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_EQ(Caption(), "Burnwick - Programming was completed successfully");
+    EXPECT_EQ(BarText(), "100%");
+    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
+    EXPECT_EQ(Beeps, 1);
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, AnUploadReadsTheUnit) {
+    ConnectUnitOfSize(Size);
+    Start();
+    Upload(1, Folder / "read.bin");
+    EXPECT_EQ(Status(), "Uploading was completed successfully.");
+    EXPECT_EQ(ReadFile(Folder / "read.bin"), Unit->Flash());
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, AnUploadOfANameWithoutAnExtensionGetsOne) {
+    ConnectUnitOfSize(Size);
+    Start();
+    Upload(1, Folder / "read");
+    EXPECT_TRUE(fs::exists(Folder / "read.bin"));
+}
+
+TEST_F(frmMainRun, AnUploadAsksBeforeItReplacesAFile) {
+    Start();
+    const std::string file = Folder.Write("read.bin", AnyBytes(10));
+    User.Next([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    User.TypeFile(file);
+    User.ClickInBox(QMessageBox::No);
+    User.Escape();  // the save dialog is back
+    Click("cmdUpload");
+    EXPECT_EQ(ReadFile(file), AnyBytes(10));
+}
+
+TEST_F(frmMainRun, TheMenuStartsADownloadLikeTheButton) {
+    Start();
+    User.Escape();
+    Trigger("mnuFileDownload");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("Open Burnwick File"));
+}
+
+TEST_F(frmMainRun, TheMenuStartsAnUploadLikeTheButton) {
+    Start();
+    User.Escape();
+    Trigger("mnuFileUpload");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("Select Chip Size"));
+}
+
+TEST_F(frmMainRun, ACancelledOpenDialogLeavesTheWindowIdleAndWritesNothing) {
+    Start();
+    Stored.clear();
+    User.Escape();
+    Click("cmdDownload");
+    EXPECT_TRUE(IsIdle());
+    EXPECT_THAT(Stored, IsEmpty());
+    EXPECT_EQ(Status(), "Ready on COM1 (115200bps).");
+}
+
+TEST_F(frmMainRun, ACancelledSaveDialogLeavesTheWindowIdleAndWritesTheChipSizeOnly) {
+    Start();
+    Stored.clear();
+    User.Next([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    User.Escape();
+    Click("cmdUpload");
+    EXPECT_TRUE(IsIdle());
+    EXPECT_THAT(Stored, ElementsAre("ChipSelect/UploadChipSize=2"));
+}
+
+TEST_F(frmMainRun, ACancelledChipSizeDialogEndsTheUploadWithoutAnyVisibleChange) {
+    Start();
+    const QImage before = Window->grab().toImage();
+    User.Escape();
+    Click("cmdUpload");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("Select Chip Size"));
+    Find("cmdDownload")->setFocus();
+    EXPECT_EQ(Window->grab().toImage(), before);
+}
+
+TEST_F(frmMainRun, ARunDisablesEveryCommandAndTurnsQuitIntoCancel) {
+    Start();
+    At(3s, [this] {
+        EXPECT_FALSE(Find("cmdDownload")->isEnabled());
+        EXPECT_FALSE(Find("cmdUpload")->isEnabled());
+        EXPECT_FALSE(Find("mnuFile")->isEnabled());
+        EXPECT_FALSE(Find("mnuTools")->isEnabled());
+        EXPECT_FALSE(Find("mnuHelp")->isEnabled());
+        EXPECT_EQ(Find<QPushButton>("cmdQuit")->text(), "&Cancel");
+        EXPECT_EQ(Window->focusWidget(), Find("cmdQuit"));
+        EXPECT_EQ(Status(), "Waiting for response from Multiplexer...");
+        Click("cmdQuit");
+        EXPECT_EQ(Find<QPushButton>("cmdQuit")->text(), "&Quit");
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was canceled.");
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, RemembersTheImagesFolder) {
+    Start();
+    At(1s, [this] { Click("cmdQuit"); });
+    Download(Image());
+    EXPECT_EQ(Settings["Path/LastPath"], Folder.Path().string());
+}
+
+TEST_F(frmMainRun, IsMarkedAsProgrammingFromItsFirstBlockToItsEnd) {
+    ConnectUnitOfSize(Size);
+    Start();
+    EXPECT_EQ(Settings["Status/Programming"], "No");
+    WhenStatus("Sending block", [this] { EXPECT_EQ(Settings["Status/Programming"], "Yes"); });
+    Download(Image());
+    EXPECT_EQ(Settings["Status/Programming"], "No");
+}
+
+TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterAnyEnd) {
+    ConnectUnitOfSize(Size, {{Fault::Dead, 10}});
+    Start();
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    EXPECT_EQ(Settings["Status/Programming"], "No");
+}
+
+TEST_F(frmMainRun, KeepsTheComputerAwake) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Sending block", [this] { EXPECT_EQ(AwakeNow, 1); });
+    Download(Image());
+    EXPECT_EQ(AwakeNow, 0);
+}
+
+TEST_F(frmMainRun, AsksForAVerificationWhenTheOptionIsSet) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::No);
+    ASSERT_EQ(User.Boxes().size(), 1U);
+    const auto& box = User.Boxes().front();
+    EXPECT_EQ(box.Caption, "Verification");
+    EXPECT_EQ(box.Text, "\tDo you want to verify the last programming?");
+    EXPECT_EQ(box.Icon, QMessageBox::Information);
+    EXPECT_EQ(box.Buttons, QMessageBox::Yes | QMessageBox::No);
+    EXPECT_EQ(box.Default, "Yes");
+}
+
+TEST_F(frmMainRun, WithNoToTheVerificationGoesStraightToItsEnd) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::No);
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_THAT(Display(), Not(HasSubstr("power off")));
+    EXPECT_THAT(LogText(), Not(HasSubstr("Verification:")));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, DoesNotAskForAVerificationWithoutTheOption) {
+    ConnectUnitOfSize(Size);
+    Settings["Options/Verify"] = "Yes";
+    Start();
+    Download(Image());
+    EXPECT_THAT(User.Boxes(), IsEmpty());
+}
+
+TEST_F(frmMainRun, DoesNotAskForAVerificationAfterAFailure) {
+    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 100}});
+    Settings["Options/Verify"] = "1";
+    Start();
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    ASSERT_EQ(User.Boxes().size(), 1U);
+    EXPECT_EQ(User.Boxes().front().Caption, "Transmitting Error");
+}
+
+TEST_F(frmMainRun, DoesNotAskForAVerificationAfterACancel) {
+    Settings["Options/Verify"] = "1";
+    Start();
+    At(3s, [this] { Click("cmdQuit"); });
+    Download(Image());
+    EXPECT_THAT(User.Boxes(), IsEmpty());
+}
+
+TEST_F(frmMainRun, VerifiesByReadingTheUnitBack) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    EXPECT_EQ(Unit->Journal().BlocksSent, 1024);
+    EXPECT_THAT(Display(), EndsWith("Verifying was successfully.\n"));
+    EXPECT_THAT(LogText(), HasSubstr("Verification: Verifying was successfully.\r\n"));
+    EXPECT_FALSE(VerificationFileIsThere());
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, AMismatchOfThreeBytesStillEndsAsASuccessfulProgramming) {
+    ConnectUnitOfSize(Size, {{Fault::FlipData, 300},
+                             {Fault::FlipData, 300},
+                             {Fault::FlipData, 500},
+                             {Fault::FlipData, 500},
+                             {Fault::FlipData, 700},
+                             {Fault::FlipData, 700}});
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    EXPECT_THAT(Display(), EndsWith("Verifying error: 3 bytes are different.\n"));
+    EXPECT_THAT(LogText(), HasSubstr("Verification: Verifying error: 3 bytes are different.\r\n"));
+    EXPECT_EQ(Caption(), "Burnwick - Programming was completed successfully");
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_EQ(BarText(), "100%");
+    EXPECT_FALSE(VerificationFileIsThere());
+}
+
+TEST_F(frmMainRun, AVerificationCanBeCancelledWhileItReads) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Verifying block 400", [this] {
+        EXPECT_TRUE(Find("cmdQuit")->isEnabled());
+        Click("cmdQuit");
+    });
+    DownloadAndAnswer(QMessageBox::Yes);
+    EXPECT_THAT(Display(), EndsWith("Uploading was canceled.\nVerifying was canceled.\n"));
+    EXPECT_EQ(Caption(), "Burnwick - Programming was completed successfully");
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_EQ(BarText(), "100%");
+    EXPECT_FALSE(VerificationFileIsThere());
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, AVerificationThatFailsWritesNoResult) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Verifying block 400", [this] { PullOut(); });
+    DownloadAndAnswer(QMessageBox::Yes);
+    EXPECT_THAT(Display(), EndsWith(" \nTransmitting error.\n"));
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_FALSE(VerificationFileIsThere());
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, ATransmittingErrorIsShownInABox) {
+    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 500}});
+    Start();
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    ASSERT_EQ(User.Boxes().size(), 1U);
+    EXPECT_EQ(User.Boxes().front().Caption, "Transmitting Error");
+    EXPECT_EQ(User.Boxes().front().Text,
+              "There is a communication error.        \nCheck the serial cable and try again.");
+    EXPECT_EQ(User.Boxes().front().Icon, QMessageBox::Warning);
+    EXPECT_EQ(Status(), "Transmitting error.");
+    EXPECT_EQ(Caption(), "Burnwick - Transmitting error");
+    EXPECT_THAT(LogText(), EndsWith("Status: Transmitting error.\r\n"));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, APortThatDoesNotOpenIsExplainedBelowTheMessage) {
+    PortTrouble =
+        CommError{CommErrorNumber::NotPermitted,
+                  "/dev/ttyS0: permission denied: add yourself to the group that owns it (dialout)"};
+    Start();
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    ASSERT_EQ(User.Boxes().size(), 1U);
+    const auto& box = User.Boxes().front();
+    EXPECT_EQ(box.Caption, "CommPort Error");
+    EXPECT_EQ(box.Text, "COM1 is not available. \nPlease try to select another CommPort.");
+    EXPECT_EQ(box.More, "/dev/ttyS0: permission denied: add yourself to the group that owns it (dialout).");
+    EXPECT_EQ(box.Icon, QMessageBox::Warning);
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, APortThatDoesNotOpenLeavesNeitherARecordNorARecentFile) {
+    PortTrouble = CommError{CommErrorNumber::Busy, "/dev/ttyS0 is in use by another program"};
+    Start();
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    EXPECT_EQ(LogText(), "");
+    EXPECT_EQ(Settings["LastOpenFile/1"], "");
+    EXPECT_EQ(Status(), "CommPort COM1 is not available.");
+}
+
+TEST_F(frmMainRun, AnUploadToAPortThatDoesNotOpenLeavesNoFile) {
+    PortTrouble = CommError{CommErrorNumber::Busy, "/dev/ttyS0 is in use by another program"};
+    Start();
+    User.Next([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    User.TypeFile(Folder / "read.bin");
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdUpload");
+    EXPECT_FALSE(fs::exists(Folder / "read.bin"));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, CloseIsGreyedWhileBlocksAreSent) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Waiting", [this] { EXPECT_FALSE(CloseIsGreyed()); });
+    WhenStatus("Sending block", [this] {
+        EXPECT_TRUE(CloseIsGreyed());
+        Window->close();  // the window manager's own way
+        EXPECT_TRUE(Window->isVisible());
+    });
+    Download(Image());
+    EXPECT_FALSE(CloseIsGreyed());
+    EXPECT_EQ(Status(), Programmed);
+}
+
+TEST_F(frmMainRun, CloseStaysGreyedAfterAVerifiedDownloadUntilTheNextOne) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    EXPECT_TRUE(CloseIsGreyed());
+    Settings["Options/Verify"] = "0";
+    WhenStatus("Sending block", [this] { EXPECT_FALSE(CloseIsGreyed()); });
+    Download(Image());
+    EXPECT_TRUE(CloseIsGreyed());
+}
+
+TEST_F(frmMainRun, QuitLeavesAlsoWhileCloseIsGreyed) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    Window->close();
+    EXPECT_TRUE(Window->isVisible());
+    Click("cmdQuit");
+    EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(frmMainRun, AFileThatIsRefusedBeforeTheLineDoesNotTouchClose) {
+    ConnectUnitOfSize(Size);
+    Start();
+    Download(Image());
+    // An image by its type code, of a length that no chip has.
+    Download(Folder.Write("odd.bin", SampleImage(1000)));
+    EXPECT_THAT(Display(), HasSubstr("Error: Invalid file size."));
+    EXPECT_FALSE(CloseIsGreyed());
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, ClosingTheWindowWhileWaitingCancelsAndClosesAtTheEnd) {
+    Start();
+    At(3s, [this] {
+        Window->close();
+        EXPECT_TRUE(Window->isVisible());
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was canceled.");
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_EQ(Settings["Status/Programming"], "No");
+}
+
+TEST_F(frmMainRun, ClosingTheWindowDuringAnUploadCancelsItAndLeavesNoFile) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Reading block 200", [this] { Window->close(); });
+    Upload(1, Folder / "read.bin");
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_FALSE(fs::exists(Folder / "read.bin"));
+}
+
+TEST_F(frmMainRun, ASecondQuitWhileARunWindsDownClosesAtItsEnd) {
+    Start();
+    At(3s, [this] {
+        Click("cmdQuit");
+        Click("cmdQuit");
+        EXPECT_TRUE(Window->isVisible());
+    });
+    Download(Image());
+    EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(frmMainRun, ATimeoutDuringAnUploadRemovesTheIncompleteFile) {
+    Start();
+    Upload(1, Folder / "read.bin");
+    EXPECT_EQ(Status(), "Timeout.");
+    EXPECT_FALSE(fs::exists(Folder / "read.bin"));
+}
+
+TEST_F(frmMainRun, CanBeMadeAgainAfterEachEnd) {
+    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 5}});
+    Start();
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    At(Loop.Time() + 10ms, [this] { Click("cmdQuit"); });
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was canceled.");
+    Upload(1, Folder / "read.bin");
+    EXPECT_EQ(Status(), "Uploading was completed successfully.");
+    Download(Image());
+    EXPECT_EQ(Status(), Programmed);
+}
+
+TEST_F(frmMainRun, AnUnforeseenErrorIsShownAndLeavesTheWindowIdle) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Sending block 300", [] { throw std::runtime_error("out of luck"); });
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    ASSERT_EQ(User.Boxes().size(), 1U);
+    EXPECT_EQ(User.Boxes().front().Caption, "Error");
+    EXPECT_EQ(User.Boxes().front().Text, "out of luck\n");
+    EXPECT_TRUE(IsIdle());
+    EXPECT_FALSE(CloseIsGreyed());
+    Download(Image());
+    EXPECT_EQ(Status(), Programmed);
+}
+
+TEST_F(frmMainRun, NotifiesOfItsOutcomeOnlyAUserWhoIsElsewhere) {
+    ConnectUnitOfSize(Size);
+    Start();
+    QWidget elsewhere;
+    elsewhere.show();
+    QApplication::setActiveWindow(&elsewhere);
+    WhenStatus("Sending block", [&] { QApplication::setActiveWindow(&elsewhere); });
+    Download(Image());
+    EXPECT_THAT(Calls, Contains("notify Burnwick: Programming was completed successfully."));
+    Calls.clear();
+    WhenStatus("Sending block", [&] { QApplication::setActiveWindow(Window.get()); });
+    Download(Image());
+    EXPECT_THAT(Calls, Not(Contains(testing::StartsWith("notify"))));
+}
+
+}  // namespace burnwick::test

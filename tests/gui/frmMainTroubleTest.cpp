@@ -1,0 +1,198 @@
+// Bad input: each time a clear message, the window idle and usable afterwards, and nothing lost.
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "gui/WindowTest.h"
+
+namespace burnwick::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+constexpr std::size_t Size = 262'144;
+
+// While this lives, the process has no more rights than any user has.
+class AnyUser {
+public:
+    AnyUser() { EXPECT_TRUE(Root_ != 0 || seteuid(65534) == 0); }
+    AnyUser(const AnyUser&) = delete;
+    AnyUser& operator=(const AnyUser&) = delete;
+    ~AnyUser() { EXPECT_TRUE(Root_ != 0 || seteuid(Root_) == 0); }
+
+private:
+    uid_t Root_ = geteuid();
+};
+
+}  // namespace
+
+class frmMainTrouble : public WindowTest {
+protected:
+    // The next run is as good as any.
+    void ExpectUsable() {
+        EXPECT_TRUE(IsIdle());
+        Settings["LastOpenFile/1"] = Image("good.bin");
+        Window.reset();
+        ConnectUnitOfSize(Size);
+        Start();
+        Trigger("mnuFileMRF_1");
+        EXPECT_EQ(Status(), "Programming was completed successfully.");
+    }
+};
+
+TEST_F(frmMainTrouble, AFolderIsToldToBeOne) {
+    Start(Folder.Path().string());
+    EXPECT_EQ(Status(), "Invalid file format.");
+    EXPECT_THAT(Display(), StartsWith("Invalid file format.\n" + Folder.Path().string() + ": "));
+    EXPECT_THAT(Display(), HasSubstr("folder"));
+    ExpectUsable();
+}
+
+TEST_F(frmMainTrouble, AVanishedFileIsToldToBeGone) {
+    Start(Folder / "gone.bin");
+    EXPECT_EQ(Status(), "Invalid file format.");
+    EXPECT_THAT(Display(), HasSubstr(Folder / "gone.bin: No such file"));
+    ExpectUsable();
+}
+
+TEST_F(frmMainTrouble, AForeignFileIsRefused) {
+    Start(Folder.Write("text.bin", AnyBytes(1000)));
+    EXPECT_EQ(Status(), "Invalid file format.");
+    EXPECT_EQ(Display(), "Invalid file format.");
+    ExpectUsable();
+}
+
+TEST_F(frmMainTrouble, AnUnreadableFileIsToldWithTheReason) {
+    const std::string image = Folder.Write("locked.bin", AnyBytes(65'536));
+    fs::permissions(image, fs::perms::none);
+    {
+        const AnyUser user;
+        Start(image);
+    }
+    EXPECT_EQ(Status(), "Invalid file format.");
+    EXPECT_EQ(Display(), "Invalid file format.\n" + image + ": Permission denied.\n");
+    ExpectUsable();
+}
+
+TEST_F(frmMainTrouble, AnImageThatIsGoneWhenTheRunStartsIsTold) {
+    Start();
+    const std::string image = Image();
+    // Between the check of its format and the run.
+    OnStore = [&](const std::string& key) {
+        if (key == "Path/LastPath") {
+            fs::remove(image);
+        }
+    };
+    Download(image);
+    EXPECT_THAT(Status(), StartsWith("Error: Cannot access to " + image));
+    EXPECT_THAT(Display(), HasSubstr("No such file or directory"));
+    ExpectUsable();
+}
+
+TEST_F(frmMainTrouble, AnImageThatVanishesInMidRunIsProgrammedAsItWas) {
+    ConnectUnitOfSize(Size);
+    Start();
+    const std::string image = Image();
+    WhenStatus("Sending block 100", [&] { fs::remove(image); });
+    Download(image);
+    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainTrouble, AnImageThatVanishesBeforeItsVerificationCannotBeVerified) {
+    Settings["Options/Verify"] = "1";
+    ConnectUnitOfSize(Size);
+    Start();
+    const std::string image = Image();
+    WhenStatus("Sending block 100", [&] { fs::remove(image); });
+    User.TypeFile(image);
+    User.ClickInBox(QMessageBox::Yes);
+    Click("cmdDownload");
+    EXPECT_THAT(Display(), testing::EndsWith("Verifying error: unit.bin cannot be read back.\n"));
+    EXPECT_THAT(LogText(), HasSubstr("Verification: Verifying error: unit.bin cannot be read back."));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainTrouble, AnImageThatVanishesDuringItsVerificationIsAnError) {
+    Settings["Options/Verify"] = "1";
+    ConnectUnitOfSize(Size);
+    Start();
+    const std::string image = Image();
+    WhenStatus("Verifying block 100", [&] { fs::remove(image); });
+    User.TypeFile(image);
+    User.ClickInBox(QMessageBox::Yes);
+    Click("cmdDownload");
+    EXPECT_THAT(Display(), HasSubstr("Verifying error: "));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainTrouble, AVerificationWithoutAFolderToReadIntoIsAnError) {
+    Settings["Options/Verify"] = "1";
+    ConnectUnitOfSize(Size);
+    Start();
+    fs::remove(Folder / "home");
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Yes);
+    Click("cmdDownload");
+    EXPECT_THAT(Display(), HasSubstr("Verifying error: no file can be made in " + (Folder / "home") + ".\n"));
+    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainTrouble, SettingsFullOfNonsenseKeepNobodyFromProgramming) {
+    for (const char* const key :
+         {"COMPort/COM", "COMPort/BaudRate", "Options/Verify", "Options/LogOption", "Options/Desktop",
+          "Options/ContextMenu", "Path/LastPath", "LastOpenFile/1", "LastOpenFile/2", "LastOpenFile/3",
+          "LastOpenFile/4", "ChipSelect/UploadChipSize", "Status/Programming"}) {
+        Settings[key] = std::string("\t&%n\xFF ") + std::string(240, '9');
+    }
+    ConnectUnitOfSize(Size);
+    Start();
+    EXPECT_THAT(Status(), StartsWith("Ready on COM1 ("));
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_TRUE(IsIdle());
+    User.Escape();
+    Click("cmdUpload");
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainTrouble, ALogThatIsAFolderIsLeftAlone) {
+    fs::create_directory(Folder / "home/Burnwick.log");
+    ConnectUnitOfSize(Size);
+    Start();
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_TRUE(fs::is_directory(Folder / "home/Burnwick.log"));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainTrouble, AnUploadIntoAFolderThatIsNotThereIsTold) {
+    Start();
+    fs::create_directory(Folder / "gone");
+    OnStore = [&](const std::string& key) {
+        if (key == "Path/LastPath") {
+            fs::remove_all(Folder / "gone");
+        }
+    };
+    Upload(1, Folder / "gone/read.bin");
+    EXPECT_THAT(Status(), StartsWith("Error: Cannot access to "));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainTrouble, MarkupInAPathIsShownAsItStands) {
+    Settings["LastOpenFile/1"] = "/<b>gone</b>.bin";
+    Start();
+    User.Next([](QDialog& dialog) {
+        EXPECT_EQ(dynamic_cast<QMessageBox&>(dialog).textFormat(), Qt::PlainText);
+        dialog.accept();
+    });
+    Trigger("mnuFileMRF_1");
+}
+
+}  // namespace burnwick::test

@@ -10,7 +10,8 @@
 namespace burnwick::test {
 namespace {
 
-INSTANTIATE_TEST_SUITE_P(QtMessageLoop, MessageLoopContract, testing::Values(&NewWindowLoop));
+INSTANTIATE_TEST_SUITE_P(Window, MessageLoopContract,
+                         testing::Values(LoopKind{"QtMessageLoop", &NewWindowLoop}));
 
 // A dialog, or the application: an event loop that is not ours.
 class Outside {

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <functional>
 #include <memory>
+#include <ostream>
 
 #include "platform/LoopHelpers.h"
 #include "platform/MessageLoop.h"
@@ -15,9 +16,17 @@ namespace burnwick::test {
 
 using namespace std::chrono_literals;
 
-class MessageLoopContract : public testing::TestWithParam<std::unique_ptr<MessageLoop> (*)()> {
+// A kind of loop, for which a test is named.
+struct LoopKind {
+    const char* Name;
+    std::unique_ptr<MessageLoop> (*New)();
+
+    friend void PrintTo(const LoopKind& kind, std::ostream* out) { *out << kind.Name; }
+};
+
+class MessageLoopContract : public testing::TestWithParam<LoopKind> {
 protected:
-    const std::unique_ptr<MessageLoop> Loop_ = GetParam()();
+    const std::unique_ptr<MessageLoop> Loop_ = GetParam().New();
     int Calls_ = 0;
 };
 
@@ -52,8 +61,9 @@ TEST_P(MessageLoopContract, AYieldOfNoTimeHandlesWhatWaits) {
 TEST_P(MessageLoopContract, ASleepMayBeLongerThanAnyClockTells) {
     const auto timer = Loop_->NewTimer(1ms, [this] { ++Calls_; });
     timer->SetEnabled(true);
-    Loop_->Yield(std::chrono::hours(1'000'000));
-    EXPECT_EQ(Calls_, 1);
+    while (Calls_ == 0) {
+        Loop_->Yield(std::chrono::hours(1'000'000));
+    }
 }
 
 TEST_P(MessageLoopContract, WakesOnInput) {

@@ -4,7 +4,7 @@
 namespace burnwick::test {
 namespace {
 
-INSTANTIATE_TEST_SUITE_P(PollLoop, MessageLoopContract, testing::Values(&NewSystemLoop));
+INSTANTIATE_TEST_SUITE_P(System, MessageLoopContract, testing::Values(LoopKind{"PollLoop", &NewSystemLoop}));
 
 TEST(PollLoopTest, AHandleThatIsNoneIsCalledOnce) {
     int calls = 0;

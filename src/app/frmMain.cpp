@@ -29,7 +29,7 @@ namespace {
 using namespace std::chrono_literals;
 
 // A whole run, but for its verification, is read without scrolling.
-constexpr int DisplayLines = 18;
+constexpr int DisplayLines = 20;
 constexpr int DisplayColumns = 68;
 
 // The one image among what is dragged over the window; empty for anything else.

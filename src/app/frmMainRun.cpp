@@ -160,7 +160,6 @@ bool frmMain::ChooseUploadFile() {
 
 void frmMain::PrepareWindow() {
     Texts_ = {};
-    Rate_ = {};
     Ui_->txtDisplay->clear();
     Services_.Store("Path", "LastPath", DirFile::Folder(ImageFileName));
     CaptionSaved = false;
@@ -245,6 +244,7 @@ void frmMain::BackToIdle() {
     Ui_->cmdQuit->setText("&Quit");
     Ui_->cmdQuit->setEnabled(true);
     SetMenusEnabled(true);
+    Ui_->cmdDownload->setFocus();
     StartedByUser = false;
     CancelRequested = false;
     tmrStatus->SetEnabled(false);

@@ -17,9 +17,11 @@ constexpr QColor Navy(0x00, 0x00, 0x80);
 }  // namespace
 
 void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
-    Rate_.Add(Services_.Loop.MillisecondClock(), block, totalBlock);
     if (block == 0) {
         BeginTransfer();
+    }
+    Rate_.Add(Services_.Loop.MillisecondClock(), block, totalBlock);
+    if (block == 0) {
         return;
     }
     Percent = PercentOf(block, totalBlock);
@@ -30,6 +32,7 @@ void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
 
 void frmMain::BeginTransfer() {
     CaptionSaved = false;
+    Rate_ = {};
     Percent = 0;
     Services_.Store("Status", "Programming", "Yes");
     ShowWorkingColors();

@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTest>
 #include <filesystem>
 
@@ -208,6 +209,26 @@ TEST_F(frmMainShow, RateAndTimeLeftStandBesideTheTiming) {
                [this] { EXPECT_THAT(TextOf("lblRate"), MatchesRegex("1[01]\\.[0-9] KB/s, 0:1[0-9] left")); });
     Download(Image());
     EXPECT_EQ(TextOf("lblRate"), "");
+}
+
+TEST_F(frmMainShow, RateAndTimeLeftStandThereDuringAVerificationToo) {
+    Settings["Options/Verify"] = "1";
+    simulator::UnitOptions options;
+    options.Flash = AnyBytes(Size);
+    Connect(std::move(options), /*paced=*/true);
+    Start();
+    WhenStatus("Verifying block 400",
+               [this] { EXPECT_THAT(TextOf("lblRate"), MatchesRegex("1[01]\\.[0-9] KB/s, 0:1[0-9] left")); });
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Yes);
+    Click("cmdDownload");
+}
+
+TEST_F(frmMainShow, AWholeDownloadIsReadWithoutScrolling) {
+    ConnectUnitOfSize(Size);
+    Start();
+    Download(Image());
+    EXPECT_FALSE(Find<QPlainTextEdit>("txtDisplay")->verticalScrollBar()->isVisible());
 }
 
 TEST_F(frmMainShow, TheSummaryTellsWhatIsProgrammed) {

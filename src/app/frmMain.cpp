@@ -151,7 +151,7 @@ bool frmMain::Form_Load() {
     return true;
 }
 
-void frmMain::FillMissingSettings() {
+void frmMain::FillMissingSettings() const {
     if (Services_.Setting("COMPort", "BaudRate").empty()) {
         Services_.Store("COMPort", "BaudRate", "0");
     }

@@ -60,7 +60,7 @@ private:
     void ConnectCommands();
     QAction* RecentEntry(int index) const;
     void Form_Unload();
-    void FillMissingSettings();
+    void FillMissingSettings() const;
     void CheckStartupPort();
     void ComeForward();
     void LoadRecentFiles();

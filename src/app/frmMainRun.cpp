@@ -126,7 +126,8 @@ bool frmMain::AcceptImage() {
         RefuseImage(refusal, refusal);
         return false;
     }
-    if (!ShowSoftwareSummary(ImageFileName)) {
+    // Twice on purpose: what is shown is the file as it is when the run begins, and no longer being copied.
+    if (!ShowSoftwareSummary(ImageFileName) || !ShowSoftwareSummary(ImageFileName)) {
         const std::string refusal = "File is not supported.";
         RefuseImage(refusal, refusal + "\n");
         return false;

@@ -76,18 +76,28 @@ void SerialFlash::Execute(Method method) {
     Running_ = true;
     Method_ = method;
     PortError_.reset();
-    const std::unique_ptr<SerialFlash, void (*)(SerialFlash*)> end(this,
-                                                                   [](SerialFlash* run) { run->EndRun(); });
-    RunJob();
+    try {
+        RunJob();
+    } catch (...) {
+        BreakOff();
+        EndRun();
+        throw;
+    }
+    EndRun();
 }
 
-// Comes also when an event's handler has thrown: the next run finds everything in order.
-void SerialFlash::EndRun() {
-    TimingTimer_->SetEnabled(false);
+// An event's handler has thrown: unit, port and file are left as after any failure.
+void SerialFlash::BreakOff() {
     if (Port_.PortOpen()) {
         CloseLink();
     }
+    DeleteUpload();
+    CancelFlag_ = false;
+}
+
+void SerialFlash::EndRun() {
     SecTimeoutTimer_->SetEnabled(false);
+    TimingTimer_->SetEnabled(false);
     Run_ = {};
     Running_ = false;
 }

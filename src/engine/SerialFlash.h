@@ -35,8 +35,8 @@ enum class LinkResult {
 // The link to the unit: programs its flash from an image file, or reads its flash into a file.
 //
 // Owns the port during a run. A run is synchronous: Execute returns when it has ended, and hands every wait
-// to the message loop, through which a second Execute(Method::Cancel) can come. Nothing is thrown: the
-// outcome is in the texts raised through Message.
+// to the message loop, through which a second Execute(Method::Cancel) can come. Nothing is thrown but what an
+// event's handler throws: the outcome is in the texts raised through Message.
 class SerialFlash {
 public:
     using PropertyBag = std::map<std::string, std::string>;
@@ -109,6 +109,7 @@ private:
 
     // SerialFlash.cpp: a run from outside.
     void RunJob();
+    void BreakOff();
     void EndRun();
     std::string PrepareFile();
     std::string PrepareUpload();

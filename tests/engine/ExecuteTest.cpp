@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <stdexcept>
 
 #include "support/LinkTest.h"
 
@@ -143,6 +144,23 @@ TEST_F(Execute, StartsAnewAfterAFailedRun) {
 TEST_F(Execute, StartsAnewAfterASuccess) {
     RunsWell();
     RunsWell();
+}
+
+TEST_F(Execute, BrokenOffByAHandlerTellsTheUnitClosesThePortAndStartsAnew) {
+    OpensTheLink = true;
+    AgreesOn(ProgramMode, Speed57600);
+    Flash.Progress = [](int, int) { throw std::runtime_error("out of luck"); };
+    EXPECT_THROW(RunDownload(AnyBytes(65'536)), std::runtime_error);
+    EXPECT_FALSE(Port.PortOpen());
+    EXPECT_EQ(SentFrame(Unit.Sent().size() - 1), Finish);
+    Flash.Progress = nullptr;
+    RunsWell();
+}
+
+TEST_F(Execute, BrokenOffByAHandlerLeavesNoUpload) {
+    Flash.Message = [](const std::string&) { throw std::runtime_error("out of luck"); };
+    EXPECT_THROW(RunUpload(256), std::runtime_error);
+    EXPECT_FALSE(std::filesystem::exists(UploadPath()));
 }
 
 TEST_F(Execute, WorksWithoutAnyoneListening) {

@@ -108,6 +108,8 @@ void frmMain::ConnectCommands() {
     onClick(Ui_->cmdQuit, &frmMain::cmdQuit_Click);
     onCommand(Ui_->mnuFileDownload, &frmMain::cmdDownload_Click);
     onCommand(Ui_->mnuFileUpload, &frmMain::cmdUpload_Click);
+    onCommand(Ui_->mnuFileCopy, &frmMain::mnuFileCopy_Click);
+    onCommand(Ui_->mnuFileCopyToFolder, &frmMain::mnuFileCopyToFolder_Click);
     onCommand(Ui_->mnuFileExit, &frmMain::cmdQuit_Click);
     for (const int index : {1, 2, 3, 4}) {
         connect(RecentEntry(index), &QAction::triggered, this, [this, index] { mnuFileMRF_Click(index); });

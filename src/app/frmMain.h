@@ -8,6 +8,7 @@
 
 #include "app/WindowServices.h"
 #include "engine/SerialFlash.h"
+#include "image/modBinFileInfo.h"
 #include "platform/MSComm.h"
 #include "platform/SystemMenu.h"
 #include "run/BoxTexts.h"
@@ -66,6 +67,12 @@ private:
     void LoadRecentFiles();
     void AddRecentFile(const std::string& path);
     void mnuFileMRF_Click(int index);
+
+    // frmMainCopy.cpp: the copy commands, on the image that the summary shows.
+    void mnuFileCopy_Click();
+    void mnuFileCopyToFolder_Click();
+    void CopyInto(const std::string& folder);
+    void EnableCopyCommands(bool enabled);
 
     // frmMainRun.cpp: a run from the click to its result.
     void cmdDownload_Click();
@@ -137,6 +144,7 @@ private:
     bool CloseWhenDone_ = false;  // the window closes when the run has ended
     RunTexts Texts_;              // of the latest run; labels and display show them
     SoftwareSummary Summary_;
+    modBinFileInfo::BinFileInfo BinFileInfo;  // of the image that the summary shows
     TransferRate Rate_;
     int Percent = 0;
     bool CaptionSaved = false;

@@ -157,18 +157,21 @@ bool frmMain::ShowSoftwareSummary(const std::string& path) {
     if (!modBinFileInfo::ReadTrouble(path).empty()) {
         return false;
     }
-    const auto info = modBinFileInfo::GetBinFileInfo(path, [this] { Services_.Loop.Yield({}); });
-    Summary_ = SummaryOf(info, Ui_->chkDebug->isChecked());
+    BinFileInfo = modBinFileInfo::GetBinFileInfo(path, [this] { Services_.Loop.Yield({}); });
+    Summary_ = SummaryOf(BinFileInfo, Ui_->chkDebug->isChecked());
     ShowSummaryTexts();
-    const bool named = info.Model != modBinFileInfo::NotAvailable;
-    ShowSummaryTitle(named ? "Model: " + info.Model : "Summary:");
+    const bool named = BinFileInfo.Model != modBinFileInfo::NotAvailable;
+    ShowSummaryTitle(named ? "Model: " + BinFileInfo.Model : "Summary:");
+    EnableCopyCommands(true);
     return true;
 }
 
 void frmMain::ClearSoftwareSummary() {
+    BinFileInfo = {};
     Summary_ = {};
     ShowSummaryTexts();
     ShowSummaryTitle("Summary:");
+    EnableCopyCommands(false);
 }
 
 void frmMain::ShowSummaryTexts() {

@@ -1,5 +1,7 @@
 #include "run/BoxTexts.h"
 
+#include "platform/PlainText.h"
+
 namespace burnwick {
 
 BoxText VerificationQuestion() {
@@ -20,6 +22,17 @@ BoxText FileNotFoundBox(const std::string& path) {
     return {"File Not Found", '"' + path
                                   + "\" could not be found.\nCheck the spelling of the file, and verify that the "
                                     "file location is correct."};
+}
+
+BoxText ReplaceQuestion(const std::string& fileName, const std::string& existing,
+                        const std::string& copying) {
+    return {"Confirm File Replace", "This folder already contains a file named '" + PlainText(fileName, ' ')
+                                        + "'    \n \nExisting file:  " + existing + "\nCopying file: "
+                                        + copying + "\n\nWould you like to replace the existing file?"};
+}
+
+BoxText CopyErrorBox() {
+    return {"Copy Error", "Copy file error."};
 }
 
 BoxText ErrorBox(const std::string& description) {

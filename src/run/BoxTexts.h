@@ -20,6 +20,11 @@ BoxText CommPortErrorBox(int port);
 // A recent file that is not there any more.
 BoxText FileNotFoundBox(const std::string& path);
 
+// A folder that holds a file of the name already. Both files in words: their sizes and times.
+BoxText ReplaceQuestion(const std::string& fileName, const std::string& existing, const std::string& copying);
+
+BoxText CopyErrorBox();
+
 // Any other trouble, by its description.
 BoxText ErrorBox(const std::string& description);
 

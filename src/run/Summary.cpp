@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/PlainText.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick {
@@ -11,6 +12,20 @@ SoftwareSummary SummaryOf(const modBinFileInfo::BinFileInfo& info, bool wholeChe
     constexpr int firstKindWithChecksum = 5;
     const bool whole = wholeChecksum || info.ImageKind >= firstKindWithChecksum;
     return {whole ? info.Checksum : info.ChecksumShort, info.Version, info.Language, info.DateStamp};
+}
+
+std::string SoftwareLine(const modBinFileInfo::BinFileInfo& info, const SoftwareSummary& summary) {
+    std::string line = info.FileName;
+    const auto add = [&line](const std::string& field) { line += "    " + field; };
+    if (info.Model != modBinFileInfo::NotAvailable) {
+        add(info.Model);
+    }
+    add(summary.Version);
+    add(summary.Checksum);
+    add(summary.DateStamp);
+    add(summary.Language);
+    add(info.FileSize);
+    return PlainText(line, ' ');
 }
 
 ActivityRecord RecordOf(const RunTexts& texts, const std::string& imageFileName,

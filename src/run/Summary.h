@@ -20,6 +20,10 @@ struct SoftwareSummary {
 // for it; else its last four digits.
 SoftwareSummary SummaryOf(const modBinFileInfo::BinFileInfo& info, bool wholeChecksum);
 
+// All that is shown of an image, and its file's size, in one line: six fields, or seven of an image that
+// names its model, with four blanks between.
+std::string SoftwareLine(const modBinFileInfo::BinFileInfo& info, const SoftwareSummary& summary);
+
 // The log's record of a run on an image file, but for the run's kind and its verification's result.
 ActivityRecord RecordOf(const RunTexts& texts, const std::string& imageFileName,
                         const SoftwareSummary& summary);

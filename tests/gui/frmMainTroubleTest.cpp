@@ -1,9 +1,8 @@
 // Bad input: each time a clear message, the window idle and usable afterwards, and nothing lost.
-#include <unistd.h>
-
 #include <filesystem>
 
 #include "gui/WindowTest.h"
+#include "support/AnyUser.h"
 
 namespace burnwick::test {
 
@@ -15,18 +14,6 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 constexpr std::size_t Size = 262'144;
-
-// While this lives, the process has no more rights than any user has.
-class AnyUser {
-public:
-    AnyUser() { EXPECT_TRUE(Root_ != 0 || seteuid(65534) == 0); }
-    AnyUser(const AnyUser&) = delete;
-    AnyUser& operator=(const AnyUser&) = delete;
-    ~AnyUser() { EXPECT_TRUE(Root_ != 0 || seteuid(Root_) == 0); }
-
-private:
-    uid_t Root_ = geteuid();
-};
 
 }  // namespace
 

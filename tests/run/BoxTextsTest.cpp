@@ -27,6 +27,28 @@ TEST(BoxTexts, AFileThatIsGoneIsQuoted) {
               "location is correct.");
 }
 
+TEST(BoxTexts, AFileIsReplacedOnlyWhenTheUserSaysSo) {
+    const auto box = ReplaceQuestion("unit.bin", "512KB, 07/22/2004 9:05:09", "1,024KB, 11/05/2009 15:00:00");
+    EXPECT_EQ(box.Caption, "Confirm File Replace");
+    EXPECT_EQ(box.Text,
+              "This folder already contains a file named 'unit.bin'    \n"
+              " \n"
+              "Existing file:  512KB, 07/22/2004 9:05:09\n"
+              "Copying file: 1,024KB, 11/05/2009 15:00:00\n"
+              "\n"
+              "Would you like to replace the existing file?");
+}
+
+TEST(BoxTexts, ALineBreakInAFilesNameIsABlankInTheQuestion) {
+    EXPECT_TRUE(ReplaceQuestion("a\nb.bin", "", "")
+                    .Text.starts_with("This folder already contains a file named 'a b.bin'    \n \n"));
+}
+
+TEST(BoxTexts, ACopyThatFailedIsAnError) {
+    EXPECT_EQ(CopyErrorBox().Caption, "Copy Error");
+    EXPECT_EQ(CopyErrorBox().Text, "Copy file error.");
+}
+
 TEST(BoxTexts, AnyOtherTroubleIsDescribed) {
     EXPECT_EQ(ErrorBox("Out of memory").Caption, "Error");
     EXPECT_EQ(ErrorBox("Out of memory").Text, "Out of memory\n");

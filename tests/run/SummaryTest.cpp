@@ -45,6 +45,52 @@ TEST(Summary, ShowsVersionLanguageAndDateAsTheyAre) {
     EXPECT_EQ(summary.DateStamp, "07/22/2004");
 }
 
+namespace {
+
+modBinFileInfo::BinFileInfo InfoOfModel(const std::string& model) {
+    auto info = InfoOfKind(3);
+    info.Model = model;
+    info.FileName = "unit.bin";
+    info.ImageFileName = "INSIDE.BIN";
+    info.FileSize = "512KB";
+    return info;
+}
+
+std::string LineOf(const modBinFileInfo::BinFileInfo& info) {
+    return SoftwareLine(info, SummaryOf(info, false));
+}
+
+}  // namespace
+
+TEST(SoftwareLine, HasSevenFieldsOfAnImageWithAModel) {
+    EXPECT_EQ(LineOf(InfoOfModel("VX-1600")),
+              "unit.bin    VX-1600    4.10    ABCD    07/22/2004    English/French    512KB");
+}
+
+TEST(SoftwareLine, HasSixFieldsOfAnImageWithoutAModel) {
+    EXPECT_EQ(LineOf(InfoOfModel(modBinFileInfo::NotAvailable)),
+              "unit.bin    4.10    ABCD    07/22/2004    English/French    512KB");
+}
+
+TEST(SoftwareLine, HasTheChecksumThatIsShown) {
+    const auto info = InfoOfModel("VX-1600");
+    EXPECT_EQ(SoftwareLine(info, SummaryOf(info, true)),
+              "unit.bin    VX-1600    4.10    1234ABCD    07/22/2004    English/French    512KB");
+}
+
+TEST(SoftwareLine, KeepsTheFieldsInTheirPlacesWhenOneIsEmpty) {
+    auto info = InfoOfModel("VX-1600");
+    info.DateStamp = "";
+    EXPECT_EQ(LineOf(info), "unit.bin    VX-1600    4.10    ABCD        English/French    512KB");
+}
+
+TEST(SoftwareLine, IsOneLineWhateverTheImageTells) {
+    auto info = InfoOfModel("VX\r\n1600");
+    info.FileName = "a\tb\n\xC3\xBC.bin";
+    EXPECT_EQ(LineOf(info),
+              "a b \xC3\xBC.bin    VX  1600    4.10    ABCD    07/22/2004    English/French    512KB");
+}
+
 class RunRecord : public ::testing::Test {
 protected:
     ActivityRecord RecordOfImage(std::size_t size) {

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <chrono>
+#include <filesystem>
+#include <iterator>
+#include <string>
+
+#include "gui/WindowTest.h"
+
+namespace burnwick::test {
+
+// The main window with an image to copy, and a folder for it.
+class CopyTest : public WindowTest {
+protected:
+    CopyTest() {
+        std::filesystem::create_directory(To_);
+        QGuiApplication::clipboard()->setText("from before");
+    }
+
+    static std::string Clipboard() { return QGuiApplication::clipboard()->text().toStdString(); }
+    // The summary shows this image, and the window is idle.
+    void Show(const std::string& path) {
+        if (!Window) {
+            Start();
+        }
+        At(Loop.Time() + std::chrono::seconds(1), [this] { Click("cmdQuit"); });
+        Download(path);
+        ASSERT_TRUE(IsIdle());
+        ASSERT_NE(TextOf("lblChecksum"), "");
+    }
+    void CopyTo(const std::string& folder) {
+        User.TypeFile(folder);
+        Trigger("mnuFileCopyToFolder");
+    }
+    void CopyTo(const std::filesystem::path& folder) { CopyTo(folder.string()); }
+    std::ptrdiff_t FilesThere() const {
+        return std::distance(std::filesystem::directory_iterator(To_), std::filesystem::directory_iterator());
+    }
+    bool IsEnabled(const char* command) const { return Find<QAction>(command)->isEnabled(); }
+    void ExpectCopyError(const std::string& why) const {
+        ASSERT_FALSE(User.Boxes().empty());
+        const auto& box = User.Boxes().back();
+        EXPECT_EQ(box.Caption, "Copy Error");
+        EXPECT_EQ(box.Text, "Copy file error.");
+        EXPECT_EQ(box.More, why);
+        EXPECT_EQ(box.Icon, QMessageBox::Warning);
+        EXPECT_EQ(box.Buttons, QMessageBox::Ok);
+    }
+    // The pointer is itself again, and the next copy is as good as any.
+    void ExpectUsable() {
+        EXPECT_TRUE(IsIdle());
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+        const auto other = Folder.Path() / "other";
+        std::filesystem::create_directory(other);
+        Show(Image("good.bin"));
+        CopyTo(other);
+        EXPECT_EQ(ReadFile(other / "good.bin"), SampleImage(262'144));
+    }
+
+    std::filesystem::path To_ = Folder.Path() / "to";
+    Bytes Old_ = AnyBytes(1'573'887, /*seed=*/3);
+};
+
+}  // namespace burnwick::test

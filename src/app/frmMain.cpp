@@ -83,6 +83,7 @@ void frmMain::Layout() {
     Ui_->txtDisplay->setMinimumSize(metrics.averageCharWidth() * DisplayColumns + border,
                                     metrics.lineSpacing() * DisplayLines + border);
     Ui_->txtDisplay->installEventFilter(this);
+    Ui_->txtDisplay->viewport()->installEventFilter(this);
     Ui_->lblRate->setMinimumWidth(fontMetrics().horizontalAdvance("000.0 KB/s, 00:00 left"));
     for (QWidget* const blinking :
          {static_cast<QWidget*>(Ui_->lblStatus), static_cast<QWidget*>(Ui_->lblTiming)}) {
@@ -261,6 +262,9 @@ void frmMain::dropEvent(QDropEvent* event) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Ui_->txtDisplay->viewport() && event->type() == QEvent::MouseButtonPress) {
+        ForbidDragging(*static_cast<QMouseEvent*>(event));
+    }
     if (watched == Ui_->txtDisplay && event->type() == QEvent::KeyPress) {
         const auto* const key = static_cast<QKeyEvent*>(event);
         // The way to stop a download when Cancel is disabled already; hidden on purpose.
@@ -271,6 +275,15 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+// A selection that is dragged would hold the run up until it is dropped: the unit would wait, and give up.
+void frmMain::ForbidDragging(const QMouseEvent& press) {
+    if (press.button() == Qt::LeftButton && press.modifiers() == Qt::NoModifier) {
+        QTextCursor cursor = Ui_->txtDisplay->textCursor();
+        cursor.clearSelection();
+        Ui_->txtDisplay->setTextCursor(cursor);
+    }
 }
 
 }  // namespace burnwick

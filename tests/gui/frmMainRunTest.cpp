@@ -1,5 +1,6 @@
 // A run from the click to its result.
 #include <QApplication>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -168,6 +169,21 @@ TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterAnyEnd) {
     User.ClickInBox(QMessageBox::Ok);
     Click("cmdDownload");
     EXPECT_EQ(Settings["Status/Programming"], "No");
+}
+
+TEST_F(frmMainRun, IsNotHeldUpByTextThatIsDraggedOutOfTheDisplay) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Sending block 300", [this] {
+        auto* const display = Find<QPlainTextEdit>("txtDisplay");
+        display->selectAll();
+        QTest::mousePress(display->viewport(), Qt::LeftButton, {}, {20, 10});
+        QTest::mouseMove(display->viewport(), {200, 60});
+        QTest::mouseMove(display->viewport(), {250, 90});
+        QTest::mouseRelease(display->viewport(), Qt::LeftButton, {}, {250, 90});
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), Programmed);
 }
 
 TEST_F(frmMainRun, KeepsTheComputerAwake) {

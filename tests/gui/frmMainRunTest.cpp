@@ -1,5 +1,6 @@
 // A run from the click to its result.
 #include <QApplication>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
@@ -177,10 +178,18 @@ TEST_F(frmMainRun, IsNotHeldUpByTextThatIsDraggedOutOfTheDisplay) {
     WhenStatus("Sending block 300", [this] {
         auto* const display = Find<QPlainTextEdit>("txtDisplay");
         display->selectAll();
-        QTest::mousePress(display->viewport(), Qt::LeftButton, {}, {20, 10});
-        QTest::mouseMove(display->viewport(), {200, 60});
-        QTest::mouseMove(display->viewport(), {250, 90});
-        QTest::mouseRelease(display->viewport(), Qt::LeftButton, {}, {250, 90});
+        const auto send = [&](QEvent::Type type, QPoint at, Qt::MouseButton button) {
+            QMouseEvent event(type, at, display->viewport()->mapToGlobal(at), button,
+                              type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
+                              Qt::NoModifier);
+            QApplication::sendEvent(display->viewport(), &event);
+        };
+        send(QEvent::MouseButtonPress, {20, 10}, Qt::LeftButton);
+        send(QEvent::MouseMove, {80, 30}, Qt::NoButton);
+        send(QEvent::MouseMove, {200, 60}, Qt::NoButton);
+        // Another selection has begun where the old one would have been carried off.
+        EXPECT_LT(display->textCursor().selectedText().size(), display->toPlainText().size() / 2);
+        send(QEvent::MouseButtonRelease, {200, 60}, Qt::LeftButton);
     });
     Download(Image());
     EXPECT_EQ(Status(), Programmed);

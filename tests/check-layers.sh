@@ -19,25 +19,27 @@ forms=(--exclude='frm*' --exclude='PercentBar.*')
 core=(src/engine src/image src/log src/settings src/ports src/run)
 system='#include <(sys/|linux/|unistd|fcntl|poll|termios|signal\.h|windows)'
 
-breach "nothing above the platform layer knows a system" "$system" "${core[@]}" src/cli src/tools src/app
+breach "nothing above the platform layer knows a system" "$system" \
+    "${core[@]}" src/forms src/cli src/tools src/app
 breach "core knows no Qt" '#include (<Q|"ui_)' "${forms[@]}" "${core[@]}"
-breach "core knows no form" '#include ".*/(frm|PercentBar\.h)' "${forms[@]}" "${core[@]}" src/cli
+breach "core knows no form" '#include "(forms/|.*/(frm|PercentBar\.h))' "${forms[@]}" "${core[@]}" src/cli
 breach "the command line knows no Qt" '#include (<Q|"tools/)' src/cli
 breach "the shared platform code knows no system and no Qt" '#include <(sys/|linux/|unistd|fcntl|poll|termios|signal\.h|windows|Q[A-Z])' \
     src/platform/*.h src/platform/*.cpp
 breach "system switches live in CMake and the platform folder" '#if.*(_WIN32|__linux__|__unix__)' \
-    "${core[@]}" src/cli src/tools src/app simulator
+    "${core[@]}" src/forms src/cli src/tools src/app simulator
 breach "engine stands on platform only" '#include "(settings|ports|run|cli|app|log|image|tools)/' src/engine
 breach "image needs nobody but the path of a text" \
     '#include "(engine|settings|ports|run|cli|app|log|tools|platform/[^U])' src/image
 breach "log stands on platform only" '#include "(engine|settings|ports|run|cli|app|image|tools)/' src/log
 breach "settings stands on platform only" '#include "(engine|ports|run|cli|app|log|image|tools)/' src/settings
 breach "ports stands on platform only" '#include "(engine|settings|run|cli|app|log|image|tools)/' src/ports
+breach "what forms share stands on platform only" '#include "(engine|settings|ports|run|cli|app|log|image|tools)/' src/forms
 breach "run stands below cli and app" '#include "(cli|app|tools)/' src/run
 breach "tools stands below cli and app" '#include "(cli|app)/' src/tools
-breach "platform stands on nothing" '#include "(engine|settings|ports|run|cli|app|log|image|tools)/' src/platform
+breach "platform stands on nothing" '#include "(forms|engine|settings|ports|run|cli|app|log|image|tools)/' src/platform
 breach "only the platform's own folder includes a system's" '#include "platform/(linux|windows|qt)/' \
-    "${core[@]}" src/cli src/tools src/app src/platform/*.h src/platform/*.cpp
+    "${core[@]}" src/forms src/cli src/tools src/app src/platform/*.h src/platform/*.cpp
 breach "the simulated unit shares nothing with the rest" \
     '#include "(engine|settings|ports|run|cli|app|log|image|tools|platform)/' simulator
 breach "the program does not know the simulated unit" '#include "simulator/' src

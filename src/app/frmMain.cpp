@@ -5,14 +5,13 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
-#include <QScreen>
 #include <QTimer>
-#include <QWindow>
 #include <array>
 #include <chrono>
 
-#include "app/MsgBox.h"
 #include "app/modSystemMenu.h"
+#include "forms/FormParts.h"
+#include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
 #include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
@@ -72,11 +71,7 @@ frmMain::~frmMain() = default;
 
 // What a form file cannot tell: sizes that follow the fonts.
 void frmMain::Layout() {
-    for (QWidget* const widget : findChildren<QWidget*>()) {
-        if (!widget->objectName().startsWith("qt_")) {
-            widget->setAccessibleName(widget->objectName());
-        }
-    }
+    NameControls(*this);
     Ui_->txtDisplay->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     const QFontMetrics metrics = Ui_->txtDisplay->fontMetrics();
     const int border = 2 * (Ui_->txtDisplay->frameWidth() + 4);

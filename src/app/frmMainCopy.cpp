@@ -2,7 +2,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-#include "app/MsgBox.h"
+#include "forms/MsgBox.h"
 #include "app/frmMain.h"
 #include "platform/PlainText.h"
 #include "run/CopyToFolder.h"

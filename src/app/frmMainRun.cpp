@@ -6,9 +6,9 @@
 
 #include "app/DirFile.h"
 #include "app/FileDialog.h"
-#include "app/MsgBox.h"
 #include "app/frmMain.h"
 #include "app/modSystemMenu.h"
+#include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"

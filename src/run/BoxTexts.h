@@ -2,13 +2,10 @@
 
 #include <string>
 
+#include "platform/BoxText.h"
+
 // What the message boxes of a run say.
 namespace burnwick {
-
-struct BoxText {
-    std::string Caption;
-    std::string Text;
-};
 
 BoxText VerificationQuestion();
 

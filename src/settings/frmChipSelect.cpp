@@ -1,11 +1,11 @@
 #include "settings/frmChipSelect.h"
 
 #include <QRadioButton>
-#include <QScreen>
 #include <QShowEvent>
 #include <algorithm>
 #include <utility>
 
+#include "forms/FormParts.h"
 #include "ui_frmChipSelect.h"
 
 namespace burnwick {
@@ -13,6 +13,7 @@ namespace burnwick {
 frmChipSelect::frmChipSelect(const ReadSetting& read, WriteSetting write, QWidget* parent)
     : QDialog(parent), Write_(std::move(write)), Ui_(std::make_unique<Ui::frmChipSelect>()) {
     Ui_->setupUi(this);
+    NameControls(*this);
     optChipSize_ = {Ui_->optChipSize_0, Ui_->optChipSize_1, Ui_->optChipSize_2, Ui_->optChipSize_3};
     for (std::size_t index = 0; index < optChipSize_.size(); ++index) {
         optChipSize_[index]->setText(QString::fromStdString(ChipCaption(index)));
@@ -32,10 +33,7 @@ int frmChipSelect::UploadBlocks() const {
 
 void frmChipSelect::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
-        const QScreen& whole = *(parentWidget() == nullptr ? screen() : parentWidget()->screen());
-        QRect place = frameGeometry();
-        place.moveCenter(whole.availableGeometry().center());
-        move(place.topLeft());
+        CenterOnScreen(*this);
     }
     QDialog::showEvent(event);
 }

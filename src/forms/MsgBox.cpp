@@ -1,4 +1,4 @@
-#include "app/MsgBox.h"
+#include "forms/MsgBox.h"
 
 #include <QLabel>
 

@@ -2,7 +2,7 @@
 
 #include <QMessageBox>
 
-#include "run/BoxTexts.h"
+#include "platform/BoxText.h"
 
 namespace burnwick {
 

@@ -9,14 +9,14 @@ namespace burnwick::cli {
 
 namespace {
 
-using Ports = std::vector<modFindCOMPorts::FoundPort>;
+using Ports = std::vector<FoundPort>;
 
-std::string NameOf(const modFindCOMPorts::FoundPort& port) {
+std::string NameOf(const FoundPort& port) {
     return "COM" + std::to_string(port.Number);
 }
 
 // What is known of the port, and why it is of no use if so.
-std::string DescriptionOf(const modFindCOMPorts::FoundPort& port) {
+std::string DescriptionOf(const FoundPort& port) {
     return port.Usable ? port.Description : port.Description + ": " + port.Trouble;
 }
 

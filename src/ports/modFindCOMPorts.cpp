@@ -8,15 +8,6 @@ namespace burnwick::modFindCOMPorts {
 
 namespace {
 
-CommResult TryPort(MSComm& control, int port) {
-    control.SetCommPort(port);
-    CommResult error = control.SetPortOpen(true);
-    if (!error) {
-        control.SetPortOpen(false);
-    }
-    return error;
-}
-
 // Closes the control, and puts it back on its port at the end.
 class Probing {
 public:
@@ -41,12 +32,27 @@ std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read) {
     std::vector<FoundPort> found;
     for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
         const std::string device = DeviceOf(port, read);
-        const CommResult error = TryPort(control, port);
+        const CommResult error = TestPort(control, port);
         if (!error || DevicePresent(device)) {
             found.push_back({port, device, DescribeDevice(device), !error, error ? error->Description : ""});
         }
     }
     return found;
+}
+
+PortEntries FindCOMPorts(MSComm& control, const ReadSetting& read) {
+    return EntriesOf(SurveyPorts(control, read), control.CommPort());
+}
+
+CommResult TestPort(MSComm& control, int port) {
+    CommResult error = control.SetCommPort(port);
+    if (!error) {
+        error = control.SetPortOpen(true);
+    }
+    if (!error) {
+        control.SetPortOpen(false);
+    }
+    return error;
 }
 
 int ChooseStartupPort(MSComm& control, const ReadSetting& read, const WriteSetting& write) {
@@ -59,7 +65,7 @@ int ChooseStartupPort(MSComm& control, const ReadSetting& read, const WriteSetti
     }
     const int before = control.CommPort();
     for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
-        if (!TryPort(control, port)) {
+        if (!TestPort(control, port)) {
             write("COMPort", "COM", std::to_string(port));
             return port;
         }

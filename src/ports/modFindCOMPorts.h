@@ -1,26 +1,24 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "platform/MSComm.h"
+#include "ports/PortEntries.h"
 #include "ports/PortTable.h"
 
 // Finds the machine's COM ports by opening each.
 namespace burnwick::modFindCOMPorts {
 
-// A port that is there, usable or not.
-struct FoundPort {
-    int Number;
-    std::string Device;
-    std::string Description;  // what the system knows of it
-    bool Usable;
-    std::string Trouble;  // why it is not usable
-};
-
 // Every port from COM1 to COM16 whose device is present, in ascending order. Leaves the control closed, on
 // the port it had.
 std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read);
+
+// What the port dialog lists: the ports that open, with the control's own selected. Leaves the control
+// closed, on the port it had.
+PortEntries FindCOMPorts(MSComm& control, const ReadSetting& read);
+
+// Puts the control on this port, opens it and closes it again. Tells why it did not open.
+CommResult TestPort(MSComm& control, int port);
 
 // The port that the settings name; when they name none, the first that opens, which they then do; else the
 // one that the control has. Leaves the control closed.

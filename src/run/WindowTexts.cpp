@@ -33,6 +33,10 @@ std::string ReadyText(int port, const std::string& baudRate) {
     return "Ready on COM" + std::to_string(port) + " (" + baudRate + "bps).";
 }
 
+std::string StatusAfterPortChoice(const std::string& status, int port, const std::string& baudRate) {
+    return status.find("COM", 1) == std::string::npos ? status : ReadyText(port, baudRate);
+}
+
 int PercentOf(int block, int totalBlock) {
     return totalBlock > 0 ? static_cast<int>(std::floor(static_cast<double>(block) / totalBlock * 100)) : 0;
 }

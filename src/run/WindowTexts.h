@@ -20,6 +20,10 @@ std::string ApplicationTitle(const std::string& title, const std::string& versio
 // What an idle window says: "Ready on COM1 (57600bps)."
 std::string ReadyText(int port, const std::string& baudRate);
 
+// The status once the user has chosen port and speed: a status that names a port, but does not begin with it,
+// is that of an idle window again; any other stays.
+std::string StatusAfterPortChoice(const std::string& status, int port, const std::string& baudRate);
+
 // How many percent of the blocks have gone, fractions cut off; 0 without blocks.
 int PercentOf(int block, int totalBlock);
 

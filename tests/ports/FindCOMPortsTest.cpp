@@ -4,7 +4,7 @@
 #include <set>
 
 #include "ports/modFindCOMPorts.h"
-#include "support/FakeDevice.h"
+#include "support/SomePorts.h"
 
 namespace burnwick::test {
 
@@ -12,28 +12,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
-
-// Opens some paths, and no other.
-class SomePorts final : public FakeDevice {
-public:
-    SomePorts(VirtualLoop& loop, const std::set<std::string>& there) : FakeDevice(loop), There_(there) {}
-
-    CommResult Open(const std::string& path, const LineSettings& settings) override {
-        Tried.push_back(path);
-        if (!There_.contains(path)) {
-            return CommError{CommErrorNumber::NotSerial, path + ": no such device"};
-        }
-        return FakeDevice::Open(path, settings);
-    }
-
-    std::vector<std::string> Tried;
-
-private:
-    void HearFrame(const Frame& /*frame*/) override {}
-    void LetHappen() override {}
-
-    const std::set<std::string>& There_;
-};
 
 }  // namespace
 
@@ -45,6 +23,14 @@ protected:
                   [this](int port) { return DeviceOf(port, Read); }) {}
 
     int StartupPort() { return modFindCOMPorts::ChooseStartupPort(Control, Read, Write); }
+
+    std::vector<std::string> Listed() {
+        std::vector<std::string> texts;
+        for (const auto& entry : modFindCOMPorts::FindCOMPorts(Control, Read).Entries) {
+            texts.push_back(entry.Text);
+        }
+        return texts;
+    }
 
     std::map<std::string, std::string> Settings;
     ReadSetting Read = [this](const std::string& section, const std::string& key) {
@@ -84,6 +70,44 @@ TEST_F(FindCOMPorts, LeavesTheControlClosedOnThePortItHad) {
     EXPECT_FALSE(Control.PortOpen());
     EXPECT_FALSE(Device.IsOpen());
     EXPECT_EQ(Control.CommPort(), 6);
+}
+
+TEST_F(FindCOMPorts, ListsThePortsThatOpenInAscendingOrder) {
+    There = {"/dev/ttyACM3", "/dev/ttyS2", "/dev/ttyUSB1"};
+    EXPECT_THAT(Listed(), ElementsAre("Communications Port (COM3)", "Communications Port (COM6)",
+                                      "Communications Port (COM16)"));
+}
+
+TEST_F(FindCOMPorts, NeverListsAPortAboveCOM16) {
+    Settings["Ports/COM17"] = "/dev/ttyUSB8";
+    There = {"/dev/ttyUSB8", "/dev/ttyACM4"};
+    EXPECT_THAT(Listed(), ElementsAre("No COM Port Available"));
+}
+
+TEST_F(FindCOMPorts, SelectsTheControlsPort) {
+    There = {"/dev/ttyS0", "/dev/ttyUSB1", "/dev/ttyACM0"};
+    Control.SetCommPort(6);
+    EXPECT_EQ(modFindCOMPorts::FindCOMPorts(Control, Read).Selected, 1U);
+    EXPECT_EQ(Control.CommPort(), 6);
+}
+
+TEST_F(FindCOMPorts, TestsAPortByOpeningAndClosingIt) {
+    There = {"/dev/ttyUSB1"};
+    EXPECT_FALSE(modFindCOMPorts::TestPort(Control, 6));
+    EXPECT_EQ(Device.Opens(), 1);
+    EXPECT_FALSE(Control.PortOpen());
+}
+
+TEST_F(FindCOMPorts, TellsWhyATestedPortDoesNotOpen) {
+    EXPECT_EQ(modFindCOMPorts::TestPort(Control, 6)->Description, "/dev/ttyUSB1: no such device");
+}
+
+TEST_F(FindCOMPorts, TriesNoOtherPortForANumberThatDoesNotExist) {
+    There = {"/dev/ttyS0"};
+    for (const int number : {-1, 0, 17, 255}) {
+        EXPECT_EQ(modFindCOMPorts::TestPort(Control, number)->Number, CommErrorNumber::InvalidPortNumber);
+    }
+    EXPECT_THAT(Device.Tried, SizeIs(0));
 }
 
 TEST_F(FindCOMPorts, StartsOnThePortOfTheSettingsWithoutTryingIt) {

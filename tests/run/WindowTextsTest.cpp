@@ -24,6 +24,19 @@ TEST(ReadyText, NamesPortAndSpeed) {
     EXPECT_EQ(ReadyText(12, "115200"), "Ready on COM12 (115200bps).");
 }
 
+TEST(StatusAfterPortChoice, NamesTheNewPortInPlaceOfTheOldOne) {
+    EXPECT_EQ(StatusAfterPortChoice("Ready on COM1 (57600bps).", 3, "115200"), "Ready on COM3 (115200bps).");
+    EXPECT_EQ(StatusAfterPortChoice("CommPort COM1 is not available.", 3, "57600"),
+              "Ready on COM3 (57600bps).");
+}
+
+TEST(StatusAfterPortChoice, StaysWhereNoPortIsNamed) {
+    for (const char* status : {"", "COM", "COM1 is gone", "Programming was completed successfully.",
+                               "Communication with CommPort"}) {
+        EXPECT_EQ(StatusAfterPortChoice(status, 3, "57600"), status);
+    }
+}
+
 TEST(EndsWaiting, AReadyUnitOrATimeOutDoes) {
     EXPECT_TRUE(EndsWaiting(Download, "Getting ready to start programming..."));
     EXPECT_TRUE(EndsWaiting(Upload, "Timeout."));

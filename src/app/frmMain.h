@@ -69,6 +69,7 @@ private:
     void LoadRecentFiles();
     void AddRecentFile(const std::string& path);
     void mnuFileMRF_Click(int index);
+    void mnuToolCOMPortSetting_Click();
 
     // frmMainCopy.cpp: the copy commands, on the image that the summary shows.
     void mnuFileCopy_Click();

@@ -273,6 +273,7 @@ void frmMain::TrapCommError(const CommError& error) {
     ShowCommError(error);
     Ui_->txtDisplay->setPlainText("CommPort is not available.\n");
     Services_.Store("Status", "Programming", "No");
+    mnuToolCOMPortSetting_Click();
 }
 
 // Why the port does not open, and what to do about it, stands below the message itself.

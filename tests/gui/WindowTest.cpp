@@ -218,7 +218,7 @@ std::unique_ptr<SerialDevice> WindowTest::NewDevice() {
         device = std::make_unique<SilentDevice>(Loop);
     }
     if (PortTrouble) {
-        device->RefuseToOpen(*PortTrouble);
+        device->RefuseToOpen(*PortTrouble, TroubledDevice);
     }
     return device;
 }

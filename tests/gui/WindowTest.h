@@ -108,6 +108,7 @@ protected:
     std::map<std::string, std::string> Settings;  // "COMPort/COM" and so on
     std::vector<std::string> Calls;               // what the window asked of the world, in order
     std::optional<CommError> PortTrouble;
+    std::string TroubledDevice;  // its path; every one when empty
     std::unique_ptr<simulator::Unit> Unit;
     FakeShell Shell;
     bool AnotherRuns = false;

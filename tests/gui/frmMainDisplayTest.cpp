@@ -204,6 +204,7 @@ TEST_F(frmMainDisplay, OfAPortThatDoesNotOpen) {
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
+    User.Escape();
     Click("cmdDownload");
     EXPECT_EQ(Display(), "CommPort is not available.\n");
 }

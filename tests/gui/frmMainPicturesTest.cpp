@@ -121,6 +121,7 @@ TEST_F(frmMainPictures, OfAPortThatIsNotPermitted) {
     Start();
     User.TypeFile(Image());
     User.Next([this](QDialog& box) { TakeBox(box, "commport-error"); });
+    User.Escape();
     Click("cmdDownload");
     Take("port");
 }

@@ -332,6 +332,7 @@ TEST_F(frmMainRun, APortThatDoesNotOpenIsExplainedBelowTheMessage) {
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
+    User.Escape();
     Click("cmdDownload");
     ASSERT_EQ(User.Boxes().size(), 1U);
     const auto& box = User.Boxes().front();
@@ -347,6 +348,7 @@ TEST_F(frmMainRun, APortThatDoesNotOpenLeavesNeitherARecordNorARecentFile) {
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
+    User.Escape();
     Click("cmdDownload");
     EXPECT_EQ(LogText(), "");
     EXPECT_EQ(Settings["LastOpenFile/1"], "");
@@ -359,6 +361,7 @@ TEST_F(frmMainRun, AnUploadToAPortThatDoesNotOpenLeavesNoFile) {
     User.Next([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
     User.TypeFile(Folder / "read.bin");
     User.ClickInBox(QMessageBox::Ok);
+    User.Escape();
     Click("cmdUpload");
     EXPECT_FALSE(fs::exists(Folder / "read.bin"));
     EXPECT_TRUE(IsIdle());

@@ -4,8 +4,8 @@
 
 namespace burnwick::test {
 
-CommResult FakeDevice::Open(const std::string& /*path*/, const LineSettings& settings) {
-    if (OpenError_) {
+CommResult FakeDevice::Open(const std::string& path, const LineSettings& settings) {
+    if (OpenError_ && (RefusedPath_.empty() || RefusedPath_ == path)) {
         return OpenError_;
     }
     IsOpen_ = true;

@@ -32,8 +32,11 @@ public:
     void DiscardInput() override;
     std::optional<WaitHandle> InputHandle() const override { return std::nullopt; }
 
-    // Refuses to open from now on.
-    void RefuseToOpen(CommError error) { OpenError_ = std::move(error); }
+    // Refuses to open from now on: this path, or any.
+    void RefuseToOpen(CommError error, std::string path = {}) {
+        OpenError_ = std::move(error);
+        RefusedPath_ = std::move(path);
+    }
     // The adapter is pulled out: nothing goes or comes any more.
     void PullOut() { Gone_ = true; }
 
@@ -58,6 +61,7 @@ protected:
 private:
     VirtualLoop& Loop_;
     std::optional<CommError> OpenError_;
+    std::string RefusedPath_;
     bool Gone_ = false;
     bool IsOpen_ = false;
     int Opens_ = 0;

@@ -2,8 +2,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-#include "forms/MsgBox.h"
 #include "app/frmMain.h"
+#include "forms/MsgBox.h"
 #include "platform/PlainText.h"
 #include "run/CopyToFolder.h"
 #include "tools/modBrowseFolder.h"

@@ -67,6 +67,7 @@ int main(int argc, char* argv[]) {
     using namespace burnwick;
     KeepStandardStreams();
     SurviveFailedWrites();
+    HoldInterrupts();
     const QApplication application(argc, argv);
     QApplication::setApplicationName(BURNWICK_TITLE);
     QApplication::setDesktopFileName(BURNWICK_TITLE);

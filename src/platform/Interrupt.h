@@ -14,6 +14,10 @@ public:
     virtual ~Interrupt() = default;
 };
 
+// Such requests wait for CatchInterrupts from here on. To be called before the process starts its first
+// thread, a toolkit's included: one that knew nothing of it would let them end the process.
+void HoldInterrupts();
+
 std::unique_ptr<Interrupt> CatchInterrupts(MessageLoop& loop, std::function<void()> request);
 
 }  // namespace burnwick

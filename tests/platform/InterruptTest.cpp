@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <thread>
 
 #include "ChildProcess.h"
 #include "platform/linux/PollLoop.h"
@@ -59,6 +60,22 @@ TEST_F(InterruptTest, OneThatCameTooLateDoesNotEndTheProcess) {
     }
     Loop_.Yield(0us);
     EXPECT_EQ(Requests_, 0);
+}
+
+TEST_F(InterruptTest, AThreadThatWasThereBeforeDoesNotEndTheProcess) {
+    const pid_t child = fork();
+    if (child == 0) {
+        HoldInterrupts();
+        std::thread([] { pause(); }).detach();
+        const auto interrupt = Catch();
+        kill(getpid(), SIGTERM);
+        Loop_.Yield(60s);
+        _exit(Requests_);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
 }
 
 TEST_F(InterruptTest, AfterItsEndSignalsActAsBefore) {

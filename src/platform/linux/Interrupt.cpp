@@ -73,6 +73,11 @@ private:
 
 }  // namespace
 
+void HoldInterrupts() {
+    const sigset_t signals = SignalsThatEnd();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
 std::unique_ptr<Interrupt> CatchInterrupts(MessageLoop& loop, std::function<void()> request) {
     return std::make_unique<SignalInterrupt>(loop, std::move(request));
 }

@@ -192,6 +192,10 @@ void frmMain::ComeForward() {
 
 void frmMain::Unload() {
     Unloading_ = true;
+    // The command that has opened a dialog ends with it.
+    for (QWidget* dialog = QApplication::activeModalWidget(); dialog != nullptr && dialog->close();) {
+        dialog = QApplication::activeModalWidget();
+    }
     close();
     Unloading_ = false;
 }

@@ -38,6 +38,12 @@ std::unique_ptr<burnwick::SingleInstance> CopiesOf(const std::string& title) {
     return burnwick::CopiesNamed(title + Variable("BURNWICK_HOME"));
 }
 
+// The toolkit alone would keep its request for attention back until it has something else to send.
+void Flash(QWidget* window) {
+    QApplication::alert(window);
+    QApplication::sync();
+}
+
 burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::ShellIntegration& shell) {
     using namespace burnwick;
     return {
@@ -56,7 +62,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .NewDevice = NewSerialDevice,
         .InhibitSleep = InhibitSleep,
         .Beep = [] { QApplication::beep(); },
-        .Flash = [](QWidget* window) { QApplication::alert(window); },
+        .Flash = Flash,
         .Notify = Notify,
     };
 }

@@ -1,0 +1,574 @@
+#!/usr/bin/env bash
+# end_to_end.sh PROGRAM UNIT SAMPLE CLIPBOARD [BEHAVIOUR...]
+# Uses the window as its user does, on a real X server with a window manager, and looks at it from outside only.
+# Simulated units are on its ports. Runs every behaviour, or those that are named; prints one line a behaviour, and
+# ends with 0 when all were as expected. A second copy has SECOND_COPY_LIMIT milliseconds (1000) to end.
+# The behaviours are called by their names.
+# shellcheck disable=SC2317
+set -euo pipefail
+
+if [ "${BURNWICK_END_TO_END-}" != inside ]; then
+    # Nothing of the user's own desktop is seen, or touched.
+    exec env -i BURNWICK_END_TO_END=inside PATH="$PATH" TMPDIR="${TMPDIR-/tmp}" LC_ALL=C.UTF-8 TZ=UTC \
+        SECOND_COPY_LIMIT="${SECOND_COPY_LIMIT-1000}" ${ASAN_OPTIONS+ASAN_OPTIONS="$ASAN_OPTIONS"} \
+        bash "$0" "$@"
+fi
+
+burnwick=$(realpath "$1") burnwick_unit=$(realpath "$2") burnwick_sample=$(realpath "$3") clipboard_text=$(realpath "$4")
+shift 4
+pictures=$(dirname "$(dirname "$burnwick")")/pictures
+# Seconds until something that should come is given up.
+patience=20
+
+LSAN_OPTIONS=suppressions=$(dirname "$(realpath "$0")")/lsan.supp:print_suppressions=0
+# What is checked is checked under X.
+QT_QPA_PLATFORM=xcb
+# The computer that runs the tests may go to sleep.
+DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nowhere
+export LSAN_OPTIONS QT_QPA_PLATFORM DBUS_SYSTEM_BUS_ADDRESS
+
+# == What is expected, and what is found
+
+# Behind a behaviour that failed: what is on the screen, and what the program has said.
+complain() {
+    mkdir -p "$pictures"
+    import -window root "$pictures/end_to_end_failure.png" || true
+    printf '%s\n' "$@" "  on the screen: $pictures/end_to_end_failure.png"
+    if [ -s "$station/program.log" ]; then
+        echo "  the program said:"
+        head -n 200 "$station/program.log"
+    fi
+    exit 1
+}
+
+# expect WHAT PATTERN COMMAND...: what the command prints comes to match the pattern. It is in $found then.
+expect() {
+    local what=$1 pattern=$2 limit=$((SECONDS + patience))
+    shift 2
+    while true; do
+        found=$("$@" 2>/dev/null) || true
+        # shellcheck disable=SC2053
+        [[ $found != $pattern ]] || return 0
+        [ "$SECONDS" -lt "$limit" ] || complain "  $what" "    expected: $pattern" "    found:    $found"
+        sleep 0.02
+    done
+}
+
+# expect_success WHAT COMMAND...
+expect_success() {
+    local what=$1
+    shift
+    expect "$what" yes answer "$@"
+}
+
+answer() {
+    if "$@" >/dev/null; then echo yes; else echo no; fi
+}
+
+has_ended() {
+    ! kill -0 "$1"
+}
+
+# expect_end PROCESS STATUS
+expect_end() {
+    local status=0
+    expect_success "process $1 has ended" has_ended "$1"
+    wait "$1" || status=$?
+    [ "$status" = "$2" ] || complain "  exit status" "    expected: $2" "    found:    $status"
+}
+
+# == The bench: units, images, settings, and the program on them
+
+# start_unit NAME OPTION...: a unit at the line $station/NAME, with the memory $station/NAME.flash; its process is
+# $unit.
+start_unit() {
+    local name=$1
+    shift
+    "$burnwick_unit" --link "$station/$name" --flash "$station/$name.flash" "$@" >"$station/$name.log" 2>&1 &
+    unit=$!
+    expect_success "a unit at $name" test -e "$station/$name"
+}
+
+# An unpaced unit is programmed in a second or two.
+start_fast_unit() {
+    "$burnwick_sample" "$station/image.bin"
+    start_unit line --size 524288
+}
+
+# A paced one takes twelve for this image, and nothing but its pace makes that time.
+start_slow_unit() {
+    "$burnwick_sample" "$station/image.bin" --type 64k
+    start_unit line --size 65536 --pace
+}
+
+# It hears and says nothing until it is let go on.
+hold_unit() {
+    kill -STOP "$unit"
+}
+
+release_unit() {
+    kill -CONT "$unit"
+}
+
+# start_program ARGUMENT...: its process is $program, its window $window.
+start_program() {
+    start_copy "$@"
+    program=$copy
+    expect "a window of the program" '[0-9]*' windows_of "$program" '^Burnwick'
+    window=$found
+    expect "the active window" "$window" xdotool getactivewindow
+}
+
+start_copy() {
+    "$burnwick" "$@" >>"$station/program.log" 2>&1 </dev/null &
+    copy=$!
+}
+
+expect_programmed() {
+    expect "the caption at the end" 'Burnwick - Programming was completed successfully' caption_of "${1-$window}"
+}
+
+expect_sending() {
+    expect "the mark of a programming" Yes setting Status Programming
+}
+
+# By its own command; what it keeps in memory then is told by those builds that look for it.
+leave_program() {
+    activate "$window"
+    xdotool key alt+q
+    expect_end "$program" 0
+}
+
+# Its run, if there is one, is cancelled.
+end_program() {
+    kill -TERM "$program"
+    expect_end "$program" 0
+    expect "the mark of a programming" No setting Status Programming
+}
+
+# look_elsewhere: the user works in another window.
+look_elsewhere() {
+    if [ -z "$elsewhere" ]; then
+        xev -name Elsewhere >/dev/null 2>&1 &
+        expect "another window" '[0-9]*' xdotool search --onlyvisible --name '^Elsewhere$'
+        elsewhere=$found
+    fi
+    activate "$elsewhere"
+}
+
+activate() {
+    xdotool windowactivate "$1"
+    expect "the active window" "$1" xdotool getactivewindow
+}
+
+# == What can be seen from outside
+
+# windows_of PROCESS NAME
+windows_of() {
+    xdotool search --onlyvisible --all --pid "$1" --name "$2"
+}
+
+# property WINDOW NAME
+property() {
+    xprop -id "$1" -notype "$2"
+}
+
+caption_of() {
+    property "$1" _NET_WM_NAME | sed 's/^[^"]*"//; s/"$//'
+}
+
+# Very large ones are not shown.
+icons_of() {
+    property "$1" _NET_WM_ICON | grep -o 'Icon (.*)'
+}
+
+# What the window lets a window manager offer: 0x10 is Maximize, 0x20 is Close.
+offers_of() {
+    local hints
+    hints=$(property "$1" _MOTIF_WM_HINTS)
+    hints=${hints#*, }
+    hints=${hints%%,*}
+    case $((hints & 0x30)) in
+    $((0x30))) echo "maximize and close" ;;
+    $((0x20))) echo close ;;
+    $((0x10))) echo maximize ;;
+    0) echo neither ;;
+    esac
+}
+
+# Its smallest size, and its largest.
+size_limits_of() {
+    xprop -id "$1" WM_NORMAL_HINTS | sed -n 's/^.*specified \(minimum\|maximum\) size: //p' | xargs
+}
+
+# Whether it calls the user to itself.
+calls_of() {
+    local state
+    state=$(property "$1" _NET_WM_STATE)
+    case $state in
+    *_NET_WM_STATE_DEMANDS_ATTENTION*) echo calls ;;
+    *) echo silent ;;
+    esac
+}
+
+# setting SECTION KEY
+setting() {
+    tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -v section="[$1]" -v key="$2=" '
+        /^\[/ { inside = $0 == section }
+        inside && index($0, key) == 1 { print substr($0, length(key) + 1) }'
+}
+
+# Every section and key, each once, however many copies have written them.
+setting_names() {
+    tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -F= '/^\[/ { section = $0 } /=/ { print section, $1 }' | sort
+}
+
+log_lines() {
+    tr -d '\r' <"$BURNWICK_HOME/Burnwick.log" | grep "$1"
+}
+
+# What the window's display shows.
+display_text() {
+    local width height
+    activate "$window"
+    read -r width height < <(xwininfo -id "$window" | awk '/Width:/ { w = $2 } /Height:/ { print w, $2 }')
+    xdotool mousemove --window "$window" $((width / 2)) $((height / 2)) click 1 key ctrl+a ctrl+c
+    "$clipboard_text"
+}
+
+# == The behaviours
+
+it_programs_the_image_that_it_is_started_with() {
+    start_fast_unit
+    start_program "$station/image.bin"
+    expect_programmed
+    expect_success "the unit holds the image" cmp "$station/image.bin" "$station/line.flash"
+    leave_program
+}
+
+it_is_on_the_screen_while_it_waits_for_the_unit() {
+    start_fast_unit
+    hold_unit
+    start_program "$station/image.bin"
+    expect "the window" '*IsViewable*' xwininfo -id "$window"
+    expect "the caption" 'Burnwick' caption_of "$window"
+    expect "what it says" '*Waiting for response from the unit on COM1...*' display_text
+    release_unit
+    expect_programmed
+    leave_program
+}
+
+its_caption_follows_the_run() {
+    start_fast_unit
+    hold_unit
+    start_program "$station/image.bin"
+    xprop -spy -id "$window" -notype _NET_WM_NAME >"$station/captions" &
+    expect_success "the first caption" grep -x '_NET_WM_NAME = "Burnwick"' "$station/captions"
+    release_unit
+    expect "all captions" '_NET_WM_NAME = "Burnwick"
+_NET_WM_NAME = "Burnwick - Programming image.bin..."
+_NET_WM_NAME = "Burnwick - Programming was completed successfully"' uniq "$station/captions"
+    leave_program
+}
+
+it_has_its_icon_in_many_sizes() {
+    local size
+    start_program
+    for size in 16 22 24 32 48 64 128; do
+        expect "an icon of $size pixels" "*Icon ($size x $size)*" icons_of "$window"
+    done
+    leave_program
+}
+
+its_size_is_fixed() {
+    start_program
+    expect "smallest and largest size" '* by * * by *' size_limits_of "$window"
+    expect "smallest and largest size" "${found% * by *} ${found% * by *}" size_limits_of "$window"
+    expect "its own offer" close offers_of "$window"
+    expect "what the window manager offers" '*_NET_WM_ACTION_MOVE*' property "$window" _NET_WM_ALLOWED_ACTIONS
+    case $found in
+    *MAXIMIZE* | *RESIZE*) complain "  The window manager offers: $found" ;;
+    esac
+    leave_program
+}
+
+# The window manager passes Alt+F4 on whatever the window offers: it is the window that must not heed it.
+it_cannot_be_closed_while_blocks_are_sent() {
+    start_slow_unit
+    start_program "$station/image.bin"
+    expect_sending
+    # Started with an image, it takes Maximize off its menu after that run only.
+    expect "its offer while blocks are sent" '@(neither|maximize)' offers_of "$window"
+    xdotool key alt+F4
+    expect_programmed
+    expect_success "the unit holds the image" cmp "$station/image.bin" "$station/line.flash"
+    expect "its offer afterwards" close offers_of "$window"
+    xdotool key alt+F4
+    expect_end "$program" 0
+    expect "the mark of a programming" No setting Status Programming
+}
+
+its_caption_tells_a_user_elsewhere_how_far_it_is() {
+    start_slow_unit
+    hold_unit
+    start_program "$station/image.bin"
+    look_elsewhere
+    expect "the time left to wait" 'Burnwick - [0-9]* seconds' caption_of "$window"
+    release_unit
+    expect "the percentage" 'Burnwick - [1-9]*%' caption_of "$window"
+    activate "$window"
+    expect "the caption for a user who is back" 'Burnwick - Programming image.bin...' caption_of "$window"
+    look_elsewhere
+    expect "the percentage once more" 'Burnwick - [1-9]*%' caption_of "$window"
+    end_program
+}
+
+a_run_that_ends_in_the_background_calls_the_user() {
+    start_fast_unit
+    hold_unit
+    dbus-monitor --session "interface='org.freedesktop.Notifications'" >"$station/bus.log" 2>&1 &
+    expect_success "a listener on the bus" test -s "$station/bus.log"
+    start_program "$station/image.bin"
+    look_elsewhere
+    release_unit
+    expect_programmed
+    expect "the window in the background" calls calls_of "$window"
+    expect_success "a notification" grep -q 'string "Programming was completed successfully."' "$station/bus.log"
+    activate "$window"
+    expect "the window that is looked at" silent calls_of "$window"
+    leave_program
+}
+
+a_run_is_kept_in_log_and_settings() {
+    start_fast_unit
+    start_program "$station/image.bin"
+    expect_programmed
+    expect "the record's status" 'Status: Programming was completed successfully.' log_lines ^Status
+    expect "the record's image" "$station/image.bin" log_lines '^/'
+    expect "the mark of a programming" No setting Status Programming
+    expect "the folder for the next one" "$station" setting Path LastPath
+    expect "the latest file" "$station/image.bin" setting LastOpenFile 1
+    leave_program
+}
+
+a_second_copy_brings_the_first_to_the_front() {
+    local begun took
+    start_program
+    look_elsewhere
+    begun=${EPOCHREALTIME/./}
+    start_copy
+    expect_end "$copy" 0
+    took=$(((${EPOCHREALTIME/./} - begun) / 1000))
+    [ "$took" -le "$SECOND_COPY_LIMIT" ] \
+        || complain "  milliseconds until the second copy ended" "    expected: at most $SECOND_COPY_LIMIT" "    found:    $took"
+    expect "the active window" "$window" xdotool getactivewindow
+    leave_program
+}
+
+a_second_copy_programs_another_unit_at_the_same_time() {
+    local first first_window
+    start_unit line2 --size 65536 --pace
+    start_slow_unit
+    # Another image: its last bytes differ.
+    { head -c 65500 "$station/image.bin" && printf '%036d' 2; } >"$station/image2.bin"
+
+    start_program "$station/image.bin"
+    first=$program first_window=$window
+    expect_sending
+    sed -i 's/^COM=1/COM=2/' "$BURNWICK_HOME/Burnwick.ini"
+    start_program "$station/image2.bin"
+    expect "the caption of the second" 'Burnwick - Programming image2.bin...' caption_of "$window"
+    # The user is in the window of the second.
+    expect "the caption of the first" 'Burnwick - *%' caption_of "$first_window"
+
+    expect_programmed "$first_window"
+    expect_programmed "$window"
+    expect_success "the first unit holds its image" cmp "$station/image.bin" "$station/line.flash"
+    expect_success "the second unit holds its image" cmp "$station/image2.bin" "$station/line2.flash"
+    expect "both records" 'Status: Programming was completed successfully.
+Status: Programming was completed successfully.' log_lines ^Status
+    expect "both images in the log" "$station/image.bin"$'\n'"$station/image2.bin" log_lines '^/'
+    expect "the latest file" "$station/image2.bin" setting LastOpenFile 1
+    expect "the one before" "$station/image.bin" setting LastOpenFile 2
+    leave_program
+    program=$first window=$first_window
+    leave_program
+    expect "the mark of a programming" No setting Status Programming
+    expect "settings" '*?' setting_names
+    [ -z "$(uniq -d <<<"$found")" ] || complain "  settings that are there twice:" "$(uniq -d <<<"$found")"
+    expect "the first line's setting" "$station/line" setting Ports COM1
+}
+
+it_can_be_used_with_the_keyboard_alone() {
+    start_fast_unit
+    start_program
+    xdotool key alt+d
+    expect "a file dialog" '[0-9]*' windows_of "$program" '^Open Burnwick File$'
+    expect "the active window" "$found" xdotool getactivewindow
+    xdotool type "$station/image.bin"
+    xdotool key Return
+    expect_programmed
+    expect_success "the unit holds the image" cmp "$station/image.bin" "$station/line.flash"
+    xdotool key alt+q
+    expect_end "$program" 0
+    expect "the mark of a programming" No setting Status Programming
+}
+
+an_idle_window_can_be_closed() {
+    start_program
+    xdotool key alt+F4
+    expect_end "$program" 0
+    expect "the mark of a programming" No setting Status Programming
+}
+
+told_to_end_it_cancels_the_wait_for_a_unit() {
+    start_fast_unit
+    hold_unit
+    start_program "$station/image.bin"
+    expect "what it says" '*Waiting for response from the unit on COM1...*' display_text
+    kill -TERM "$program"
+    release_unit
+    expect_end "$program" 0
+    expect "the mark of a programming" No setting Status Programming
+}
+
+told_to_end_it_cancels_the_sending_of_blocks() {
+    start_slow_unit
+    start_program "$station/image.bin"
+    expect_sending
+    end_program
+    expect "the record's status" 'Status: Programming was canceled.' log_lines ^Status
+}
+
+told_to_end_it_does_not_wait_for_an_open_dialog() {
+    start_program
+    xdotool key alt+d
+    expect "a file dialog" '[0-9]*' windows_of "$program" '^Open Burnwick File$'
+    end_program
+}
+
+it_refuses_a_folder_and_stays_usable() {
+    start_fast_unit
+    start_program "$station"
+    refuses_and_stays_usable
+}
+
+it_refuses_a_file_that_has_vanished_and_stays_usable() {
+    start_fast_unit
+    start_program "$station/gone.bin"
+    refuses_and_stays_usable
+}
+
+refuses_and_stays_usable() {
+    expect "what it says" 'Invalid file format.*' display_text
+    xdotool key alt+d
+    expect "a file dialog" '[0-9]*' windows_of "$program" '^Open Burnwick File$'
+    expect "the active window" "$found" xdotool getactivewindow
+    xdotool type "$station/image.bin"
+    xdotool key Return
+    expect_programmed
+    leave_program
+}
+
+behaviours=(
+    it_programs_the_image_that_it_is_started_with
+    it_is_on_the_screen_while_it_waits_for_the_unit
+    its_caption_follows_the_run
+    it_has_its_icon_in_many_sizes
+    its_size_is_fixed
+    it_cannot_be_closed_while_blocks_are_sent
+    its_caption_tells_a_user_elsewhere_how_far_it_is
+    a_run_that_ends_in_the_background_calls_the_user
+    a_run_is_kept_in_log_and_settings
+    a_second_copy_brings_the_first_to_the_front
+    a_second_copy_programs_another_unit_at_the_same_time
+    it_can_be_used_with_the_keyboard_alone
+    an_idle_window_can_be_closed
+    told_to_end_it_cancels_the_wait_for_a_unit
+    told_to_end_it_cancels_the_sending_of_blocks
+    told_to_end_it_does_not_wait_for_an_open_dialog
+    it_refuses_a_folder_and_stays_usable
+    it_refuses_a_file_that_has_vanished_and_stays_usable
+)
+
+# == Screen, bus, and one behaviour after the other
+
+# Ends all that this shell has started. A behaviour ends what it has started by itself.
+end_all() {
+    if [ -n "$running" ]; then
+        kill -TERM "$running" 2>/dev/null || true
+        wait "$running" || true
+    fi
+    # shellcheck disable=SC2046
+    kill -KILL $(jobs -p) 2>/dev/null || true
+    wait 2>/dev/null || true
+}
+
+# Each behaviour has a shell and a home of its own.
+run_behaviour() {
+    running=
+    elsewhere=
+    trap end_all EXIT
+    trap 'exit 130' INT TERM HUP
+    mkdir -p "$station"/{home,config,data}
+    mkdir -m 700 "$station/run"
+    export HOME=$station/home BURNWICK_HOME=$station/home XDG_CONFIG_HOME=$station/config
+    export XDG_DATA_HOME=$station/data XDG_RUNTIME_DIR=$station/run
+    printf '%s\n' '[Ports]' "COM1=$station/line" "COM2=$station/line2" '' '[COMPort]' COM=1 BaudRate=1 \
+        >"$BURNWICK_HOME/Burnwick.ini"
+    "$1"
+}
+
+running=
+work=$(mktemp -d)
+station=$work
+trap 'end_all; rm -rf "$work"' EXIT
+trap 'exit 130' INT TERM HUP
+
+mkdir -p "$work"/{home,config,data}
+mkdir -m 700 "$work/run"
+export HOME=$work/home XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data XDG_RUNTIME_DIR=$work/run
+
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$work/display" >"$work/screen.log" 2>&1 &
+expect "a screen" '[0-9]*' cat "$work/display"
+export DISPLAY=:$found
+openbox >"$work/openbox.log" 2>&1 &
+expect "a window manager" '*window id*' xprop -root _NET_SUPPORTING_WM_CHECK
+
+# A bus that starts nothing by itself.
+cat >"$work/bus.conf" <<END
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir=$work</listen>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+END
+dbus-daemon --config-file="$work/bus.conf" --nofork --print-address=3 3>"$work/address" >"$work/bus.log" 2>&1 &
+expect "a bus" 'unix:*' cat "$work/address"
+export DBUS_SESSION_BUS_ADDRESS=$found
+
+failed=0
+number=0
+for behaviour in "${@:-${behaviours[@]}}"; do
+    number=$((number + 1))
+    station=$work/$number
+    begun=${EPOCHREALTIME/./}
+    status=0
+    mkdir "$station"
+    run_behaviour "$behaviour" &
+    running=$!
+    wait "$running" || status=$?
+    running=
+    took=$(((${EPOCHREALTIME/./} - begun) / 1000))
+    if [ "$status" -eq 0 ]; then
+        printf 'ok      %5d ms  %s\n' "$took" "$behaviour"
+    else
+        printf 'FAILED  %5d ms  %s\n' "$took" "$behaviour"
+        failed=1
+    fi
+done
+exit "$failed"

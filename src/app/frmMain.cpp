@@ -9,6 +9,7 @@
 #include <array>
 #include <chrono>
 
+#include "app/PaintLimit.h"
 #include "app/modSystemMenu.h"
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
@@ -61,6 +62,7 @@ frmMain::frmMain(WindowServices& services)
       Title_(services.Title) {
     Ui_->setupUi(this);
     Layout();
+    new PaintLimit(this);
     ConnectCommands();
     SerialFlash1.Progress = [this](int block, int total) { SerialFlash1_Progress(block, total); };
     SerialFlash1.Message = [this](const std::string& text) { SerialFlash1_Message(text); };
@@ -82,12 +84,9 @@ void frmMain::Layout() {
     Ui_->txtDisplay->installEventFilter(this);
     Ui_->txtDisplay->viewport()->installEventFilter(this);
     Ui_->lblRate->setMinimumWidth(fontMetrics().horizontalAdvance("000.0 KB/s, 00:00 left"));
-    for (QWidget* const blinking :
-         {static_cast<QWidget*>(Ui_->lblStatus), static_cast<QWidget*>(Ui_->lblTiming)}) {
-        QSizePolicy policy = blinking->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        blinking->setSizePolicy(policy);
-    }
+    QSizePolicy policy = Ui_->lblTiming->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    Ui_->lblTiming->setSizePolicy(policy);
     Ui_->lblTiming->hide();
     Ui_->chkDebug->setVisible(Services_.Debug);
     Ui_->chkDebug->setChecked(Services_.Debug);

@@ -25,7 +25,11 @@ void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
         return;
     }
     Percent = PercentOf(block, totalBlock);
-    Ui_->PercentBar1->SetValue(Percent);
+    // A hundred times in a run, and not with every block: who hears the bar instead of seeing it is told
+    // each.
+    if (Ui_->PercentBar1->Value() != Percent) {
+        Ui_->PercentBar1->SetValue(Percent);
+    }
     Texts_.Status = BlockText(Kind(), block, totalBlock);
     SetStatus(Texts_.Status);
 }

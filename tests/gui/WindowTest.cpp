@@ -1,17 +1,6 @@
 #include "gui/WindowTest.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QLabel>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
-#include <algorithm>
-#include <filesystem>
-
-#include "engine/PercentBar.h"
 
 namespace burnwick::test {
 
@@ -25,21 +14,6 @@ public:
 private:
     void HearFrame(const Frame& /*frame*/) override {}
     void LetHappen() override {}
-};
-
-class FakeCopies final : public SingleInstance {
-public:
-    FakeCopies(bool another, bool comes, std::function<void(std::function<void()>)> claim)
-        : Another_(another), Comes_(comes), Claim_(std::move(claim)) {}
-
-    bool AnotherRuns() override { return Another_; }
-    bool BringForward() override { return Comes_; }
-    void Claim(std::function<void()> comeForward) override { Claim_(std::move(comeForward)); }
-
-private:
-    bool Another_;
-    bool Comes_;
-    std::function<void(std::function<void()>)> Claim_;
 };
 
 class Awake final : public SleepInhibitor {
@@ -93,7 +67,6 @@ WindowTest::WindowTest()
         .Notify = [this](const std::string& title,
                          const std::string& text) { Note("notify " + title + ": " + text); },
     } {
-    std::filesystem::create_directory(Folder.Path() / "home");
     Settings["COMPort/COM"] = "1";
     Settings["COMPort/BaudRate"] = "1";
     Settings["Options/LogOption"] = "&All";
@@ -102,7 +75,7 @@ WindowTest::WindowTest()
 }
 
 WindowTest::~WindowTest() {
-    EXPECT_TRUE(Waiting_.empty()) << "never said: " << Waiting_.front().first;
+    Window.reset();
 }
 
 bool WindowTest::Start(const std::string& commandLine) {
@@ -127,85 +100,11 @@ void WindowTest::ConnectUnitOfSize(std::size_t size, std::vector<simulator::Faul
     Connect(std::move(options));
 }
 
-std::string WindowTest::Image(const std::string& name) const {
-    return Folder.Write(name, SampleImage(262'144));
-}
-
-void WindowTest::Download(const std::string& path) {
-    User.TypeFile(path);
-    Click("cmdDownload");
-}
-
-void WindowTest::Upload(int chip, const std::string& path) {
-    User.Next([chip](QDialog& dialog) {
-        auto* const option = dialog.findChild<QRadioButton*>("optChipSize_" + QString::number(chip));
-        ASSERT_NE(option, nullptr);
-        // On its circle: beside circle and text a click means nothing.
-        QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(8, option->height() / 2));
-        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
-    });
-    User.TypeFile(path);
-    Click("cmdUpload");
-}
-
-void WindowTest::Click(const char* button) const {
-    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
-}
-
-void WindowTest::Trigger(const char* command) const {
-    Find<QAction>(command)->trigger();
-}
-
-void WindowTest::WhenStatus(const std::string& begins, std::function<void()> action) {
-    Waiting_.emplace_back(begins, std::move(action));
-}
-
-void WindowTest::LookAtStatus() {
-    if (!Waiting_.empty() && Window && Status().starts_with(Waiting_.front().first)) {
-        const auto action = std::move(Waiting_.front().second);
-        Waiting_.erase(Waiting_.begin());
-        action();
-    }
-}
-
 void WindowTest::Pass(Microseconds time) {
     const auto end = Loop.Time() + time;
     while (Loop.Time() < end) {
         GuiLoop_.Yield(end - Loop.Time());
     }
-}
-
-std::string WindowTest::TextOf(const char* label) const {
-    return Find<QLabel>(label)->text().toStdString();
-}
-
-std::string WindowTest::Display() const {
-    return Find<QPlainTextEdit>("txtDisplay")->toPlainText().toStdString();
-}
-
-std::string WindowTest::BarText() const {
-    return Find<PercentBar>("PercentBar1")->Text().toStdString();
-}
-
-bool WindowTest::IsIdle() const {
-    return Find("cmdDownload")->isEnabled() && Find("cmdUpload")->isEnabled() && Find("cmdQuit")->isEnabled()
-           && Find<QPushButton>("cmdQuit")->text() == "&Quit" && Find<QMenu>("mnuFile")->isEnabled()
-           && Find<QMenu>("mnuTools")->isEnabled() && Find<QMenu>("mnuHelp")->isEnabled()
-           && !Find("lblStatus")->isHidden() && Find("lblTiming")->isHidden() && AwakeNow == 0;
-}
-
-std::string WindowTest::LogText() const {
-    const Bytes bytes = ReadFile(Folder.Path() / "home" / "Burnwick.log");
-    std::string text(bytes.size(), ' ');
-    std::transform(bytes.begin(), bytes.end(), text.begin(),
-                   [](std::byte b) { return static_cast<char>(b); });
-    return text;
-}
-
-void WindowTest::Picture(const std::string& name) const {
-    std::filesystem::create_directories(PICTURES);
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(Window->grab().save(QString::fromStdString(PICTURES "/" + name + ".png")));
 }
 
 std::unique_ptr<SerialDevice> WindowTest::NewDevice() {

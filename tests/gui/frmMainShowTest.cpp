@@ -16,7 +16,6 @@ namespace burnwick::test {
 namespace {
 
 using namespace std::chrono_literals;
-using simulator::Fault;
 using ::testing::MatchesRegex;
 
 constexpr std::size_t Size = 262'144;
@@ -53,6 +52,23 @@ TEST_F(frmMainShow, ABlinkingStatusMovesNothing) {
     At(900ms, [&] { EXPECT_EQ(Find("PercentBar1")->geometry(), bar); });
     At(3s, [this] { Click("cmdQuit"); });
     Download(Image());
+}
+
+TEST_F(frmMainShow, AStatusThatChangesWithEachBlockHasNothingLaidOut) {
+    class LayoutRequests final : public QObject {
+    public:
+        bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+            Count += event->type() == QEvent::LayoutRequest ? 1 : 0;
+            return false;
+        }
+        int Count = 0;
+    } requests;
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Sending block 100 ", [&] { Find("picMain")->installEventFilter(&requests); });
+    WhenStatus("Sending block 900 ", [&] { Find("picMain")->removeEventFilter(&requests); });
+    Download(Image());
+    EXPECT_LT(requests.Count, 10);
 }
 
 TEST_F(frmMainShow, TheStatusBlinksNoMoreOnceTheUnitIsReady) {

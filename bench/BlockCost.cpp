@@ -1,8 +1,6 @@
 #include <poll.h>
-#include <sched.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -13,6 +11,7 @@
 
 #include "bench/LinkRun.h"
 #include "bench/Measurements.h"
+#include "bench/OneCore.h"
 #include "bench/Peer.h"
 #include "bench/TestImage.h"
 
@@ -55,25 +54,6 @@ Clock::duration RunBareLoop(int line, int blocks) {
     }
     return Clock::now() - start;
 }
-
-// Host and peer take turns, so one core is enough for both. Across cores, what is measured is mostly how long
-// the system takes to wake a core that has gone to sleep, which would hide what the link itself costs.
-class OneCore {
-public:
-    OneCore() {
-        sched_getaffinity(0, sizeof(Before_), &Before_);
-        cpu_set_t one{};
-        CPU_ZERO(&one);
-        CPU_SET(static_cast<unsigned>(std::max(0, sched_getcpu())), &one);
-        sched_setaffinity(0, sizeof(one), &one);
-    }
-    OneCore(const OneCore&) = delete;
-    OneCore& operator=(const OneCore&) = delete;
-    ~OneCore() { sched_setaffinity(0, sizeof(Before_), &Before_); }
-
-private:
-    cpu_set_t Before_{};
-};
 
 struct Pair {
     double Link;  // microseconds a block

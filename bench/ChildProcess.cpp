@@ -11,6 +11,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <ctime>
 #include <stdexcept>
 #include <system_error>
 
@@ -51,17 +52,6 @@ std::function<int()> Program(const std::filesystem::path& program, const std::ve
 
 std::chrono::duration<double> Seconds(const timeval& time) {
     return std::chrono::seconds(time.tv_sec) + std::chrono::microseconds(time.tv_usec);
-}
-
-// Without the line's end.
-std::string ReadLine(int descriptor) {
-    std::string line;
-    char value = 0;
-    pollfd watched{descriptor, POLLIN, 0};
-    while (poll(&watched, 1, 5000) > 0 && read(descriptor, &value, 1) == 1 && value != '\n') {
-        line += value;
-    }
-    return line;
 }
 
 }  // namespace
@@ -117,11 +107,20 @@ Usage ChildProcess::Wait(std::chrono::seconds atMost) {
             static_cast<std::size_t>(used.ru_maxrss) * kibibyte};
 }
 
+std::chrono::duration<double> ChildProcess::ProcessorTime() const {
+    clockid_t clock{};
+    timespec used{};
+    if (clock_getcpuclockid(Process_, &clock) != 0 || clock_gettime(clock, &used) != 0) {
+        Fail("cannot tell the processor time of a process");
+    }
+    return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
+}
+
 std::filesystem::path Neighbour(const std::string& name) {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
 }
 
-UnitProcess::Pipe::Pipe() {
+TalkingProcess::Pipe::Pipe() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         Fail("cannot make a pipe");
@@ -130,10 +129,24 @@ UnitProcess::Pipe::Pipe() {
     In.Reset(ends[1]);
 }
 
-UnitProcess::UnitProcess(const std::vector<std::string>& arguments)
-    : Process_(Neighbour("burnwick-unit"), arguments, Pipe_.In.Get()) {
+TalkingProcess::TalkingProcess(const std::filesystem::path& program,
+                               const std::vector<std::string>& arguments)
+    : Process_(program, arguments, Pipe_.In.Get()) {
     Pipe_.In.Reset();
-    Device_ = ReadLine(Pipe_.Out.Get());
+}
+
+std::string TalkingProcess::ReadLine() const {
+    std::string line;
+    char value = 0;
+    pollfd watched{Pipe_.Out.Get(), POLLIN, 0};
+    while (poll(&watched, 1, 5000) > 0 && read(watched.fd, &value, 1) == 1 && value != '\n') {
+        line += value;
+    }
+    return line;
+}
+
+UnitProcess::UnitProcess(const std::vector<std::string>& arguments)
+    : Process_(Neighbour("burnwick-unit"), arguments), Device_(Process_.ReadLine()) {
     if (!Device_.starts_with("/dev/")) {
         throw std::runtime_error("the simulated unit does not start: " + Device_);
     }

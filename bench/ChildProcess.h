@@ -40,6 +40,9 @@ public:
     // Waits for its end. Throws when it still runs after so long.
     Usage Wait(std::chrono::seconds atMost);
 
+    // User and system time until now.
+    std::chrono::duration<double> ProcessorTime() const;
+
 private:
     std::chrono::steady_clock::time_point Start_ = std::chrono::steady_clock::now();
     pid_t Process_ = -1;
@@ -49,12 +52,16 @@ private:
 // The program of that name beside this one.
 std::filesystem::path Neighbour(const std::string& name);
 
-// burnwick-unit, serving a line.
-class UnitProcess {
+// Another program whose output is read line by line, what it complains of too.
+class TalkingProcess {
 public:
-    explicit UnitProcess(const std::vector<std::string>& arguments);
+    TalkingProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments);
 
-    const std::string& Device() const { return Device_; }
+    ChildProcess& Process() { return Process_; }
+    const ChildProcess& Process() const { return Process_; }
+
+    // The next line, without its end; what there is of it when no more comes for some seconds.
+    std::string ReadLine() const;
 
 private:
     struct Pipe {
@@ -65,6 +72,17 @@ private:
 
     Pipe Pipe_;
     ChildProcess Process_;
+};
+
+// burnwick-unit, serving a line.
+class UnitProcess {
+public:
+    explicit UnitProcess(const std::vector<std::string>& arguments);
+
+    const std::string& Device() const { return Device_; }
+
+private:
+    TalkingProcess Process_;
     std::string Device_;
 };
 

@@ -20,4 +20,8 @@ Figures MeasureImageCost(const std::filesystem::path& folder);
 // Start, memory and processor time of burnwick-cli.
 Figures MeasureProgramCost(const std::filesystem::path& folder);
 
+// How the window answers, what it adds to a run, its start and its processor time; nothing where it is not
+// built. To be called last: the environment is its own afterwards.
+Figures MeasureWindowCost(const std::filesystem::path& folder);
+
 }  // namespace bench

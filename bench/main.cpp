@@ -29,6 +29,7 @@ int MeasureAll(const std::filesystem::path& folder) {
     measure("the use of the line", MeasureLineUse);
     measure("the cost of images", MeasureImageCost);
     measure("the cost of the program", MeasureProgramCost);
+    measure("the cost of the window", MeasureWindowCost);
     PrintTable(std::cout, figures);
     return std::cout.flush() && AllWithin(figures) ? ExitWithin : ExitOver;
 }

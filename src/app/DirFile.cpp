@@ -38,11 +38,6 @@ bool Exists(const std::string& path) {
     return std::filesystem::exists(Utf8Path(path), ignored);
 }
 
-std::string WithoutLastWord(const std::string& text) {
-    const auto blank = text.find_last_of(Blanks);
-    return blank == std::string::npos ? "" : Trimmed(text.substr(0, blank));
-}
-
 }  // namespace
 
 std::string CleanPath(const std::string& argument) {
@@ -53,11 +48,6 @@ std::string CleanPath(const std::string& argument) {
     std::erase(text, '"');
     text = Trimmed(text);
     text.erase(0, RootOf(text));
-    for (std::string path = text; !path.empty(); path = WithoutLastWord(path)) {
-        if (Exists(path)) {
-            return path;
-        }
-    }
     return text;
 }
 

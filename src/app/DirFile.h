@@ -6,8 +6,8 @@
 namespace burnwick::DirFile {
 
 // The plain path in what a program was started with, its arguments joined by one blank: without quotes and
-// blanks around it, what stands before a drive ("C:\") or a network share ("\\server"), and what follows a
-// file that is there. A text in which no file is found keeps all that may belong to a path.
+// blanks around it, and what stands before a drive ("C:\") or a network share ("\\server"). A file that is
+// not there is never taken for another one.
 std::string CleanPath(const std::string& argument);
 
 // The part behind the last "\" or "/"; all of it without one.

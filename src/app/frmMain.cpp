@@ -46,6 +46,13 @@ std::string DraggedImage(const QMimeData& data) {
     return isImage ? path : std::string();
 }
 
+// A key that is still held down from a dialog, or the second click of a double one: a run was to be
+// cancelled, and not the program left as well.
+bool IsUnintended(const QEvent& event) {
+    return event.type() == QEvent::MouseButtonDblClick
+           || (event.type() == QEvent::KeyPress && static_cast<const QKeyEvent&>(event).isAutoRepeat());
+}
+
 }  // namespace
 
 frmMain::frmMain(WindowServices& services)
@@ -81,6 +88,7 @@ void frmMain::Layout() {
     const int border = 2 * (Ui_->txtDisplay->frameWidth() + 4);
     Ui_->txtDisplay->setMinimumSize(metrics.averageCharWidth() * DisplayColumns + border,
                                     metrics.lineSpacing() * DisplayLines + border);
+    Ui_->cmdQuit->installEventFilter(this);
     Ui_->txtDisplay->installEventFilter(this);
     Ui_->txtDisplay->viewport()->installEventFilter(this);
     Ui_->lblRate->setMinimumWidth(fontMetrics().horizontalAdvance("000.0 KB/s, 00:00 left"));
@@ -206,7 +214,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
     }
     if (Running_) {
         CloseWhenDone_ = true;
-        CancelRun();
+        // What Cancel may not do any more, the window manager may not either: a unit that is half programmed
+        // does not start. Whoever ends the program for good knows that.
+        if (Unloading_ || Ui_->cmdQuit->isEnabled() || TransferMode == TransferModes::Upload) {
+            CancelRun();
+        }
         return;
     }
     Form_Unload();
@@ -248,16 +260,16 @@ void frmMain::AddRecentFile(const std::string& path) {
 }
 
 void frmMain::mnuFileMRF_Click(int index) {
+    if (Running_) {
+        return;
+    }
     const std::string path = PathOfCaption(RecentEntry(index)->text().toStdString());
     std::error_code ignored;
     if (!std::filesystem::exists(Utf8Path(path), ignored)) {
         MsgBox(this, QMessageBox::Critical, FileNotFoundBox(path));
         return;
     }
-    StartedByUser = true;
-    TransferMode = TransferModes::Download;
-    ChosenFile_ = path;
-    RunFlashCommand();
+    DownloadFile(path);
     AddRecentFile(path);
 }
 
@@ -268,18 +280,19 @@ void frmMain::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void frmMain::dropEvent(QDropEvent* event) {
-    ChosenFile_ = Running_ ? "" : DraggedImage(*event->mimeData());
-    if (ChosenFile_.empty()) {
+    const std::string path = Running_ ? "" : DraggedImage(*event->mimeData());
+    if (path.empty()) {
         return;
     }
     event->acceptProposedAction();
-    StartedByUser = true;
-    TransferMode = TransferModes::Download;
     // Whoever the image was dragged from waits for this call to return.
-    QTimer::singleShot(0, this, &frmMain::RunFlashCommand);
+    QTimer::singleShot(0, this, [this, path] { DownloadFile(path); });
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Ui_->cmdQuit && IsUnintended(*event)) {
+        return true;
+    }
     if (watched == Ui_->txtDisplay->viewport() && event->type() == QEvent::MouseButtonPress) {
         ForbidDragging(*static_cast<QMouseEvent*>(event));
     }
@@ -297,7 +310,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 
 // A selection that is dragged would hold the run up until it is dropped: the unit would wait, and give up.
 void frmMain::ForbidDragging(const QMouseEvent& press) {
-    if (press.button() == Qt::LeftButton && press.modifiers() == Qt::NoModifier) {
+    if (press.button() == Qt::LeftButton && press.modifiers() != Qt::ShiftModifier) {
         QTextCursor cursor = Ui_->txtDisplay->textCursor();
         cursor.clearSelection();
         Ui_->txtDisplay->setTextCursor(cursor);

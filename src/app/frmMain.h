@@ -81,6 +81,7 @@ private:
     void cmdDownload_Click();
     void cmdUpload_Click();
     void cmdQuit_Click();
+    void DownloadFile(const std::string& path);
     void RunFlashCommand();
     void Run();
     bool ChooseFile();
@@ -89,6 +90,7 @@ private:
     bool AcceptImage();
     void RefuseImage(const std::string& status, const std::string& display);
     void PrepareWindow();
+    CommResult TestPortBeforeReplacing();
     void PrepareEngine();
     void Verify();
     void Judge(const std::filesystem::path& readBack);
@@ -105,6 +107,7 @@ private:
     void SerialFlash1_Message(const std::string& text);
     void SerialFlash1_Timing(const std::string& text);
     void BeginTransfer();
+    void ForgetProgress();
     void tmrStatus_Timer();
     void tmrTimeOut_Timer();
     void tmrFlashWindow_Timer();
@@ -137,7 +140,8 @@ private:
     std::string Title_;
     TransferModes TransferMode = TransferModes::Download;
     bool StartedByUser = false;
-    std::string ChosenFile_;  // of the recent files, or dropped; used up when it is read
+    std::string
+        ChosenFile_;  // of the recent files, or dropped: what the next run programs, and that one only
     std::int16_t UploadBlocks = 0;
     std::string ImageFileName;
     bool CancelRequested = false;

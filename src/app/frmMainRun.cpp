@@ -1,6 +1,5 @@
 // A run from the user's click to its result.
 #include <exception>
-#include <limits>
 #include <system_error>
 #include <utility>
 
@@ -12,6 +11,7 @@
 #include "image/modBinFileInfo.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
+#include "ports/modFindCOMPorts.h"
 #include "run/Verification.h"
 #include "settings/frmChipSelect.h"
 #include "ui_frmMain.h"
@@ -25,14 +25,31 @@ constexpr const char* Programmed = "Programming was completed successfully.";
 }  // namespace
 
 void frmMain::cmdDownload_Click() {
+    if (Running_) {
+        return;
+    }
     StartedByUser = true;
     TransferMode = TransferModes::Download;
     RunFlashCommand();
 }
 
 void frmMain::cmdUpload_Click() {
+    if (Running_) {
+        return;
+    }
     StartedByUser = true;
     TransferMode = TransferModes::Upload;
+    RunFlashCommand();
+}
+
+// Programs the image without a dialog.
+void frmMain::DownloadFile(const std::string& path) {
+    if (Running_) {
+        return;
+    }
+    StartedByUser = true;
+    TransferMode = TransferModes::Download;
+    ChosenFile_ = path;
     RunFlashCommand();
 }
 
@@ -55,14 +72,18 @@ void frmMain::RunFlashCommand() {
         return;
     }
     Running_ = true;
+    Texts_ = {};
     try {
         Run();
     } catch (const std::exception& error) {
         BackToIdle();
         SystemMenu_->SetCloseGreyed(false);
+        Services_.Store("Status", "Programming", "No");
+        LogRun();
         MsgBox(this, QMessageBox::Warning, ErrorBox(error.what()));
     }
     Running_ = false;
+    ChosenFile_.clear();
     if (CloseWhenDone_) {
         Unload();
     }
@@ -76,9 +97,13 @@ void frmMain::Run() {
     if (!ChooseFile()) {
         return;
     }
+    const auto awake = Services_.InhibitSleep("A unit's flash memory is being programmed or read");
     PrepareWindow();
     PrepareEngine();
-    const auto awake = Services_.InhibitSleep("A unit's flash memory is being programmed or read");
+    if (const CommResult error = TestPortBeforeReplacing()) {
+        TrapCommError(*error);
+        return;
+    }
     if (TransferMode == TransferModes::Upload) {
         SerialFlash1.SetUploadBlock(UploadBlocks);
         SerialFlash1.Execute(Method::Upload);
@@ -160,8 +185,8 @@ bool frmMain::ChooseUploadFile() {
 }
 
 void frmMain::PrepareWindow() {
-    Texts_ = {};
     Ui_->txtDisplay->clear();
+    ForgetProgress();
     Services_.Store("Path", "LastPath", DirFile::Folder(ImageFileName));
     CaptionSaved = false;
     Ui_->cmdDownload->setEnabled(false);
@@ -176,6 +201,15 @@ void frmMain::PrepareWindow() {
     Ui_->PercentBar1->SetValue(0);
 }
 
+// An upload deletes the file that it replaces before it opens the port: a port that is busy must not cost a
+// backup.
+CommResult frmMain::TestPortBeforeReplacing() {
+    std::error_code ignored;
+    const bool replaces =
+        TransferMode == TransferModes::Upload && std::filesystem::exists(Utf8Path(ImageFileName), ignored);
+    return replaces ? modFindCOMPorts::TestPort(MSComm1, MSComm1.CommPort()) : std::nullopt;
+}
+
 void frmMain::PrepareEngine() {
     SerialFlash1.SetFileName(ImageFileName);
     SerialFlash1.SetCommPort(static_cast<std::uint8_t>(MSComm1.CommPort()));
@@ -185,6 +219,8 @@ void frmMain::PrepareEngine() {
 // Whatever comes of it, the programming itself has succeeded: the verdict is a line of its own.
 void frmMain::Verify() {
     Ui_->cmdQuit->setEnabled(true);
+    Ui_->cmdQuit->setFocus();
+    ForgetProgress();
     Append(Texts_.BeginVerification());
     SetStatus(Texts_.Status);
     const auto blocks = BlocksToReadBack(ImageFileName);
@@ -217,6 +253,8 @@ void frmMain::Judge(const std::filesystem::path& readBack) {
     } else if (std::filesystem::exists(readBack, ignored)) {
         SetStatus("Please wait for a few seconds...");
         ShowInBar("Please wait...", 0);
+        Ui_->lblStatus->repaint();
+        Ui_->PercentBar1->repaint();
         Append(Texts_.EndVerification(JudgeReadBack(ImageFileName, readBack).Result));
     }
 }
@@ -229,9 +267,9 @@ void frmMain::EndOfRun() {
     BackToIdle();
     tmrFlashWindow->SetEnabled(true);
     if (!IsActive()) {
-        Services_.Notify(Title_, Texts_.Status);
+        Services_.Notify(Title_, Announcement(Texts_));
     }
-    if (Texts_.Status.find("Transmitting error") != std::string::npos) {
+    if (Texts_.Status.find("Transmitting error") != std::string::npos && !CloseWhenDone_) {
         MsgBox(this, QMessageBox::Warning, TransmittingErrorBox());
     }
     LogRun();
@@ -273,7 +311,9 @@ void frmMain::TrapCommError(const CommError& error) {
     ShowCommError(error);
     Ui_->txtDisplay->setPlainText("CommPort is not available.\n");
     Services_.Store("Status", "Programming", "No");
-    mnuToolCOMPortSetting_Click();
+    if (!CloseWhenDone_) {
+        mnuToolCOMPortSetting_Click();
+    }
 }
 
 // Why the port does not open, and what to do about it, stands below the message itself.

@@ -36,8 +36,7 @@ void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
 
 void frmMain::BeginTransfer() {
     CaptionSaved = false;
-    Rate_ = {};
-    Percent = 0;
+    ForgetProgress();
     Services_.Store("Status", "Programming", "Yes");
     ShowWorkingColors();
     ShowInBar(Ui_->PercentBar1->objectName(), 0);
@@ -45,8 +44,17 @@ void frmMain::BeginTransfer() {
         modSystemMenu::ToggleCloseCommand(*SystemMenu_);
     }
     if (!Texts_.Verifying) {
+        // Or the display would get the focus, and hear each key that was meant for Cancel.
+        Ui_->picMain->setFocus();
         Ui_->cmdQuit->setEnabled(false);
     }
+}
+
+// What was shown of an earlier transfer says nothing of the next one.
+void frmMain::ForgetProgress() {
+    Rate_ = {};
+    Percent = 0;
+    Ui_->lblRate->clear();
 }
 
 void frmMain::SerialFlash1_Message(const std::string& text) {

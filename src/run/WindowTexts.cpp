@@ -3,8 +3,6 @@
 #include <cmath>
 #include <string_view>
 
-#include "run/RunTexts.h"
-
 namespace burnwick {
 
 namespace {
@@ -91,6 +89,13 @@ std::string AwayCaption(const std::string& timing, int percent) {
         return "Burnwick - " + std::to_string(percent) + "%";
     }
     return "Burnwick - " + (timing.size() > labelLength ? Trimmed(timing.substr(labelLength)) : "");
+}
+
+std::string Announcement(const RunTexts& texts) {
+    if (!texts.Verifying) {
+        return texts.Status;
+    }
+    return texts.Result.empty() ? "The verification could not be finished." : texts.Result;
 }
 
 bool OffersVerification(const std::string& status, const std::string& verifySetting, bool cancelRequested) {

@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "run/RunTexts.h"
+
 namespace burnwick {
 
 // What a run is, as far as its window's texts tell it.
@@ -51,6 +53,10 @@ bool MovesBlocks(const std::string& status);
 // The caption while the user works elsewhere: the time left to wait while `timing` tells that, else how far
 // the run has come.
 std::string AwayCaption(const std::string& timing, int percent);
+
+// What a user who is elsewhere is told of a run that has ended: its status, or the verdict of its
+// verification.
+std::string Announcement(const RunTexts& texts);
 
 // Whether the user is asked for a verification: after a programming that succeeded and was not cancelled,
 // when the setting "Verify" is "1".

@@ -37,10 +37,10 @@ TEST(DirFile, FindsANetworkShareBehindOtherWords) {
     EXPECT_EQ(CleanPath(R"(/open \\server\images\unit.bin)"), R"(\\server\images\unit.bin)");
 }
 
-TEST(DirFile, DropsWordsBehindAFileThatIsThere) {
+TEST(DirFile, TakesNoFileForAnotherThatIsNotThere) {
     const TempFolder folder;
-    const auto path = folder.Write("my unit.bin", {});
-    EXPECT_EQ(CleanPath(path + " /silent  now"), path);
+    const auto path = folder.Write("unit.bin", {});
+    EXPECT_EQ(CleanPath(path + " old"), path + " old");
 }
 
 TEST(DirFile, KeepsAPathWithBlanksThatIsNotThere) {

@@ -365,7 +365,18 @@ a_second_copy_brings_the_first_to_the_front() {
     leave_program
 }
 
-a_second_copy_programs_another_unit_at_the_same_time() {
+# agree_to_verification PROCESS
+agree_to_verification() {
+    expect "the question for a verification" '[0-9]*' windows_of "$1" '^Verification$'
+    activate "$found"
+    xdotool key Return
+}
+
+no_verification_file() {
+    ! compgen -G "$BURNWICK_HOME/Verify*.tmp"
+}
+
+a_second_copy_programs_and_verifies_another_unit_at_the_same_time() {
     local first first_window
     start_unit line2 --size 65536 --pace
     start_slow_unit
@@ -375,11 +386,13 @@ a_second_copy_programs_another_unit_at_the_same_time() {
     start_program "$station/image.bin"
     first=$program first_window=$window
     expect_sending
-    sed -i 's/^COM=1/COM=2/' "$BURNWICK_HOME/Burnwick.ini"
+    sed -i -e 's/^COM=1/COM=2/' -e 's/^\[Options\].*/&\nVerify=1\r/' "$BURNWICK_HOME/Burnwick.ini"
     start_program "$station/image2.bin"
     expect "the caption of the second" 'Burnwick - Programming image2.bin...' caption_of "$window"
     # The user is in the window of the second.
     expect "the caption of the first" 'Burnwick - *%' caption_of "$first_window"
+    agree_to_verification "$first"
+    agree_to_verification "$program"
 
     expect_programmed "$first_window"
     expect_programmed "$window"
@@ -387,6 +400,9 @@ a_second_copy_programs_another_unit_at_the_same_time() {
     expect_success "the second unit holds its image" cmp "$station/image2.bin" "$station/line2.flash"
     expect "both records" 'Status: Programming was completed successfully.
 Status: Programming was completed successfully.' log_lines ^Status
+    expect "both verdicts" 'Verification: Verifying was successfully.
+Verification: Verifying was successfully.' log_lines ^Verification
+    expect_success "no verification file is left" no_verification_file
     expect "both images in the log" "$station/image.bin"$'\n'"$station/image2.bin" log_lines '^/'
     expect "the latest file" "$station/image2.bin" setting LastOpenFile 1
     expect "the one before" "$station/image.bin" setting LastOpenFile 2
@@ -481,7 +497,7 @@ behaviours=(
     a_run_that_ends_in_the_background_calls_the_user
     a_run_is_kept_in_log_and_settings
     a_second_copy_brings_the_first_to_the_front
-    a_second_copy_programs_another_unit_at_the_same_time
+    a_second_copy_programs_and_verifies_another_unit_at_the_same_time
     it_can_be_used_with_the_keyboard_alone
     an_idle_window_can_be_closed
     told_to_end_it_cancels_the_wait_for_a_unit

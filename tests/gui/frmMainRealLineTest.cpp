@@ -186,6 +186,7 @@ TEST_F(frmMainRealLine, APortThatAnotherProcessHoldsIsToldWithWhoHoldsIt) {
     StartAt(line.Path());
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
+    User.Escape();  // the port dialog
     Click("cmdDownload");
     ASSERT_THAT(User.Boxes(), SizeIs(1));
     EXPECT_EQ(User.Boxes().front().Caption, "CommPort Error");

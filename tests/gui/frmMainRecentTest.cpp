@@ -132,6 +132,13 @@ TEST_F(frmMainRecent, ACancelledDownloadIsAddedAndACancelledUploadIsNot) {
     EXPECT_THAT(Entries(), ElementsAre("&1 " + Image()));
 }
 
+TEST_F(frmMainRecent, AFailedDownloadIsAdded) {
+    Start();
+    Download(Image());
+    EXPECT_EQ(Status(), "Timeout.");
+    EXPECT_THAT(Entries(), ElementsAre("&1 " + Image()));
+}
+
 TEST_F(frmMainRecent, AnImageThatIsDroppedIsProgrammed) {
     ConnectUnitOfSize(Size);
     Start();

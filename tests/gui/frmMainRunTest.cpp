@@ -1,5 +1,6 @@
 // A run from the click to its result.
 #include <QApplication>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -163,7 +164,14 @@ TEST_F(frmMainRun, IsMarkedAsProgrammingFromItsFirstBlockToItsEnd) {
     EXPECT_EQ(Settings["Status/Programming"], "No");
 }
 
-TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterAnyEnd) {
+TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterATimeout) {
+    Start();
+    Settings["Status/Programming"] = "Yes";
+    Download(Image());
+    EXPECT_EQ(Settings["Status/Programming"], "No");
+}
+
+TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterTheUnitHasDied) {
     ConnectUnitOfSize(Size, {{Fault::Dead, 10}});
     Start();
     User.TypeFile(Image());
@@ -173,15 +181,12 @@ TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterAnyEnd) {
 }
 
 TEST_F(frmMainRun, IsNotHeldUpByTextThatIsDraggedOutOfTheDisplay) {
-    ConnectUnitOfSize(Size);
-    Start();
-    WhenStatus("Sending block 300", [this] {
+    const auto drag = [this](Qt::KeyboardModifiers modifiers) {
         auto* const display = Find<QPlainTextEdit>("txtDisplay");
         display->selectAll();
-        const auto send = [&](QEvent::Type type, QPoint at, Qt::MouseButton button) {
+        const auto send = [display, modifiers](QEvent::Type type, QPoint at, Qt::MouseButton button) {
             QMouseEvent event(type, at, display->viewport()->mapToGlobal(at), button,
-                              type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
-                              Qt::NoModifier);
+                              type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, modifiers);
             QApplication::sendEvent(display->viewport(), &event);
         };
         send(QEvent::MouseButtonPress, {20, 10}, Qt::LeftButton);
@@ -190,7 +195,12 @@ TEST_F(frmMainRun, IsNotHeldUpByTextThatIsDraggedOutOfTheDisplay) {
         // Another selection has begun where the old one would have been carried off.
         EXPECT_LT(display->textCursor().selectedText().size(), display->toPlainText().size() - 50);
         send(QEvent::MouseButtonRelease, {200, 60}, Qt::LeftButton);
-    });
+    };
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Sending block 300", [&] { drag(Qt::NoModifier); });
+    WhenStatus("Sending block 400", [&] { drag(Qt::ControlModifier); });
+    WhenStatus("Sending block 500", [&] { drag(Qt::AltModifier); });
     Download(Image());
     EXPECT_EQ(Status(), Programmed);
 }
@@ -228,10 +238,12 @@ TEST_F(frmMainRun, WithNoToTheVerificationGoesStraightToItsEnd) {
 
 TEST_F(frmMainRun, DoesNotAskForAVerificationWithoutTheOption) {
     ConnectUnitOfSize(Size);
-    Settings["Options/Verify"] = "Yes";
     Start();
-    Download(Image());
-    EXPECT_THAT(User.Boxes(), IsEmpty());
+    for (const char* const option : {"", "0", "Yes", "11", "&1"}) {
+        Settings["Options/Verify"] = option;
+        Download(Image());
+        EXPECT_THAT(User.Boxes(), IsEmpty()) << option;
+    }
 }
 
 TEST_F(frmMainRun, DoesNotAskForAVerificationAfterAFailure) {
@@ -355,6 +367,31 @@ TEST_F(frmMainRun, APortThatDoesNotOpenLeavesNeitherARecordNorARecentFile) {
     EXPECT_EQ(Status(), "CommPort COM1 is not available.");
 }
 
+TEST_F(frmMainRun, AnUploadToAPortThatDoesNotOpenKeepsTheFileThatItWasToReplace) {
+    PortTrouble = CommError{CommErrorNumber::Busy, "/dev/ttyS0 is in use by another program"};
+    Start();
+    const std::string backup = Folder.Write("backup.bin", AnyBytes(10));
+    User.Next([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    User.TypeFile(backup);
+    User.ClickInBox(QMessageBox::Yes);
+    User.ClickInBox(QMessageBox::Ok);
+    User.Escape();  // the port dialog
+    Click("cmdUpload");
+    EXPECT_EQ(ReadFile(backup), AnyBytes(10));
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainRun, AnUploadAsksAboutTheNameThatGotAnExtension) {
+    Start();
+    const std::string backup = Folder.Write("backup.bin", AnyBytes(10));
+    User.Next([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    User.TypeFile(Folder / "backup");
+    User.ClickInBox(QMessageBox::No);
+    Click("cmdUpload");
+    EXPECT_EQ(ReadFile(backup), AnyBytes(10));
+    EXPECT_TRUE(IsIdle());
+}
+
 TEST_F(frmMainRun, AnUploadToAPortThatDoesNotOpenLeavesNoFile) {
     PortTrouble = CommError{CommErrorNumber::Busy, "/dev/ttyS0 is in use by another program"};
     Start();
@@ -379,6 +416,74 @@ TEST_F(frmMainRun, CloseIsGreyedWhileBlocksAreSent) {
     Download(Image());
     EXPECT_FALSE(CloseIsGreyed());
     EXPECT_EQ(Status(), Programmed);
+}
+
+TEST_F(frmMainRun, AnUngreyedCloseDoesNotCancelTheSendingOfBlocksAndClosesAtItsEnd) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    Settings["Options/Verify"] = "0";
+    WhenStatus("Sending block 300", [this] {
+        EXPECT_FALSE(CloseIsGreyed());
+        Window->close();
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(frmMainRun, AClickThatComesWhileTheImageIsLookedAtStartsNothingElse) {
+    ConnectUnitOfSize(Size);
+    Settings["LastOpenFile/1"] = Folder.Write("other.bin", SampleImage(65'536));
+    Start();
+    Upload(1, Folder / "read.bin");
+    const std::string image = Image();
+    User.Next([this, image](QDialog& dialog) {
+        // Waits in the queue until the window looks at it again: while the image is read.
+        QTimer::singleShot(0, Window.get(), [this] {
+            Click("cmdUpload");
+            Trigger("mnuFileMRF_1");
+        });
+        auto* const name = dialog.findChild<QLineEdit*>("fileNameEdit");
+        name->setText(QString::fromStdString(image));
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    Click("cmdDownload");
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_EQ(ReadFile(image), SampleImage(Size));
+    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
+    User.Escape();
+    Click("cmdDownload");
+    EXPECT_EQ(User.Dialogs().back(), "Open Burnwick File");
+}
+
+TEST_F(frmMainRun, AKeyHeldDownOrADoubleClickOnCancelDoesNotLeaveTheProgram) {
+    Start();
+    At(3s, [this] {
+        auto* const cancel = Find<QPushButton>("cmdQuit");
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", /*autorep=*/true);
+        QApplication::sendEvent(cancel, &held);
+        EXPECT_EQ(cancel->text(), "&Cancel");
+        Click("cmdQuit");
+        QTest::mouseDClick(cancel, Qt::LeftButton);
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was canceled.");
+    EXPECT_TRUE(Window->isVisible());
+}
+
+TEST_F(frmMainRun, TheDisplayDoesNotGetTheFocusByItself) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Sending block", [this] { EXPECT_NE(Window->focusWidget(), Find("txtDisplay")); });
+    Download(Image());
+}
+
+TEST_F(frmMainRun, AVerificationHasTheFocusOnCancelUntilItIsOver) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Verifying block", [this] { EXPECT_EQ(Window->focusWidget(), Find("cmdQuit")); });
+    DownloadAndAnswer(QMessageBox::Yes);
 }
 
 TEST_F(frmMainRun, CloseStaysGreyedAfterAVerifiedDownloadUntilTheNextOne) {
@@ -477,6 +582,8 @@ TEST_F(frmMainRun, AnUnforeseenErrorIsShownAndLeavesTheWindowIdle) {
     ASSERT_EQ(User.Boxes().size(), 1U);
     EXPECT_EQ(User.Boxes().front().Caption, "Error");
     EXPECT_EQ(User.Boxes().front().Text, "out of luck\n");
+    EXPECT_EQ(Settings["Status/Programming"], "No");
+    EXPECT_THAT(LogText(), HasSubstr("Status: Sending block 300"));
     EXPECT_TRUE(IsIdle());
     EXPECT_FALSE(CloseIsGreyed());
     Download(Image());

@@ -227,6 +227,22 @@ TEST_F(frmMainShow, RateAndTimeLeftStandBesideTheTiming) {
     EXPECT_EQ(TextOf("lblRate"), "");
 }
 
+TEST_F(frmMainShow, NoRateOfAnEarlierTransferStandsBesideTheNextWait) {
+    Settings["Options/Verify"] = "1";
+    simulator::UnitOptions options;
+    options.Flash = AnyBytes(Size);
+    Connect(std::move(options), /*paced=*/true);
+    Start();
+    WhenStatus("Waiting...", [this] {
+        EXPECT_EQ(TextOf("lblRate"), "");
+        PullOut();
+    });
+    At(Loop.Time() + 60s, [this] { EXPECT_EQ(TextOf("lblRate"), ""); });
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Yes);
+    Click("cmdDownload");
+}
+
 TEST_F(frmMainShow, RateAndTimeLeftStandThereDuringAVerificationToo) {
     Settings["Options/Verify"] = "1";
     simulator::UnitOptions options;

@@ -71,6 +71,27 @@ TEST(BarAfter, AnyOtherLineLeavesItAlone) {
     EXPECT_EQ(BarAfter("Opening /images/canceled.bin..."), BarChange::None);
 }
 
+TEST(Announcement, OfARunIsItsStatus) {
+    RunTexts texts;
+    texts.Status = "Transmitting error.";
+    EXPECT_EQ(Announcement(texts), "Transmitting error.");
+}
+
+TEST(Announcement, OfAVerificationIsItsVerdict) {
+    RunTexts texts;
+    texts.BeginVerification();
+    texts.EndVerification("Verifying error: 3 bytes are different.");
+    texts.Status = "Programming was completed successfully.";
+    EXPECT_EQ(Announcement(texts), "Verifying error: 3 bytes are different.");
+}
+
+TEST(Announcement, OfAVerificationWithoutAVerdictIsNoSuccess) {
+    RunTexts texts;
+    texts.BeginVerification();
+    texts.Status = "Programming was completed successfully.";
+    EXPECT_EQ(Announcement(texts), "The verification could not be finished.");
+}
+
 TEST(MovesBlocks, IsReadFromTheStatus) {
     EXPECT_TRUE(MovesBlocks("Sending block 3 of 256 blocks"));
     EXPECT_FALSE(MovesBlocks("Waiting for response from Multiplexer..."));

@@ -45,7 +45,7 @@ shellcheck "${scripts[@]}"
 build debug
 step "clang-tidy"
 # The tests are left to the compilers: together they would take as long as all the rest.
-printf '%s\n' "${sources[@]}" | grep '\.cpp$' | grep -v '^tests/' \
+sed -n 's/^ *"file": "\(.*\)".*/\1/p' build/debug/compile_commands.json | grep -E "^$PWD/(src|simulator|bench)/" | sort -u \
     | quietly xargs -P "$jobs" -n 4 clang-tidy --quiet -p build/debug
 
 build fuzz fuzz_targets

@@ -34,7 +34,7 @@ std::string AskForFileToSave(QWidget* parent, const std::string& initDir) {
     QFileDialog dialog(parent, "Save As Burnwick File", QString::fromStdString(initDir),
                        "Burnwick File (*.bin)");
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    const std::string typed = Ask(dialog);
+    std::string typed = Ask(dialog);
     if (typed.empty() || !QFileInfo(QString::fromStdString(typed)).suffix().isEmpty()) {
         return typed;
     }

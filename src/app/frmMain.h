@@ -113,6 +113,7 @@ private:
     void tmrFlashWindow_Timer();
     bool IsActive() const;
     void SetCaption(const std::string& caption);
+    void SetQuitCaption(const QString& caption);
     void SetStatus(const std::string& text);
     void Append(std::span<const std::string> lines);
     void RestoreCaption();

@@ -7,6 +7,7 @@
 #include "app/FileDialog.h"
 #include "app/frmMain.h"
 #include "app/modSystemMenu.h"
+#include "forms/FormParts.h"
 #include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
 #include "log/ActivityLog.h"
@@ -57,7 +58,7 @@ void frmMain::cmdQuit_Click() {
     if (Ui_->cmdQuit->text() == "&Quit") {
         Unload();
     } else {
-        Ui_->cmdQuit->setText("&Quit");
+        SetQuitCaption("&Quit");
         CancelRun();
     }
 }
@@ -192,7 +193,7 @@ void frmMain::PrepareWindow() {
     Ui_->cmdDownload->setEnabled(false);
     Ui_->cmdUpload->setEnabled(false);
     SetMenusEnabled(false);
-    Ui_->cmdQuit->setText("&Cancel");
+    SetQuitCaption("&Cancel");
     Ui_->cmdQuit->setFocus();
     SetStatus(Texts_.Status);
     tmrStatus->SetEnabled(true);
@@ -280,7 +281,7 @@ void frmMain::EndOfRun() {
 void frmMain::BackToIdle() {
     Ui_->cmdDownload->setEnabled(true);
     Ui_->cmdUpload->setEnabled(true);
-    Ui_->cmdQuit->setText("&Quit");
+    SetQuitCaption("&Quit");
     Ui_->cmdQuit->setEnabled(true);
     SetMenusEnabled(true);
     Ui_->cmdDownload->setFocus();
@@ -289,7 +290,7 @@ void frmMain::BackToIdle() {
     tmrStatus->SetEnabled(false);
     Ui_->lblStatus->setVisible(true);
     Ui_->lblTiming->setVisible(false);
-    Ui_->lblRate->clear();
+    ShowText(*Ui_->lblRate, "");
     tmrTimeOut->SetEnabled(false);
     RestoreCaption();
 }

@@ -4,6 +4,7 @@
 
 #include "app/frmMain.h"
 #include "app/modSystemMenu.h"
+#include "forms/FormParts.h"
 #include "image/modBinFileInfo.h"
 #include "ui_frmMain.h"
 
@@ -54,7 +55,7 @@ void frmMain::BeginTransfer() {
 void frmMain::ForgetProgress() {
     Rate_ = {};
     Percent = 0;
-    Ui_->lblRate->clear();
+    ShowText(*Ui_->lblRate, "");
 }
 
 void frmMain::SerialFlash1_Message(const std::string& text) {
@@ -89,9 +90,9 @@ void frmMain::SerialFlash1_Message(const std::string& text) {
 
 void frmMain::SerialFlash1_Timing(const std::string& text) {
     Texts_.Timing = text;
-    Ui_->lblTiming->setText(QString::fromStdString(text));
+    ShowText(*Ui_->lblTiming, text);
     Ui_->lblTiming->setVisible(true);
-    Ui_->lblRate->setText(QString::fromStdString(Rate_.Text()));
+    ShowText(*Ui_->lblRate, Rate_.Text());
 }
 
 void frmMain::tmrStatus_Timer() {
@@ -136,8 +137,13 @@ void frmMain::RestoreCaption() {
     }
 }
 
+void frmMain::SetQuitCaption(const QString& caption) {
+    Ui_->cmdQuit->setText(caption);
+    Ui_->cmdQuit->setAccessibleDescription(QString(caption).remove('&'));
+}
+
 void frmMain::SetStatus(const std::string& text) {
-    Ui_->lblStatus->setText(QString::fromStdString(text));
+    ShowText(*Ui_->lblStatus, text);
 }
 
 void frmMain::Append(std::span<const std::string> lines) {
@@ -187,10 +193,10 @@ void frmMain::ClearSoftwareSummary() {
 }
 
 void frmMain::ShowSummaryTexts() {
-    Ui_->lblChecksum->setText(QString::fromStdString(Summary_.Checksum));
-    Ui_->lblVersion->setText(QString::fromStdString(Summary_.Version));
-    Ui_->lblLanguage->setText(QString::fromStdString(Summary_.Language));
-    Ui_->lblDateStamp->setText(QString::fromStdString(Summary_.DateStamp));
+    ShowText(*Ui_->lblChecksum, Summary_.Checksum);
+    ShowText(*Ui_->lblVersion, Summary_.Version);
+    ShowText(*Ui_->lblLanguage, Summary_.Language);
+    ShowText(*Ui_->lblDateStamp, Summary_.DateStamp);
 }
 
 // A title as long as an image likes must not widen the window, nor its ampersands underline anything.

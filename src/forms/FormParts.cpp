@@ -1,9 +1,19 @@
 #include "forms/FormParts.h"
 
+#include <QLabel>
 #include <QScreen>
 #include <QWidget>
 
 namespace burnwick {
+
+namespace {
+
+QString Shown(const QWidget& control) {
+    const QVariant text = control.property("text");
+    return (text.isValid() ? text : control.property("title")).toString().remove('&');
+}
+
+}  // namespace
 
 void NameControls(QWidget& form) {
     form.setAccessibleName(form.objectName());
@@ -11,8 +21,14 @@ void NameControls(QWidget& form) {
         // What Qt made for itself stays as it is.
         if (!control->objectName().isEmpty() && !control->objectName().startsWith("qt_")) {
             control->setAccessibleName(control->objectName());
+            control->setAccessibleDescription(Shown(*control));
         }
     }
+}
+
+void ShowText(QLabel& label, const std::string& text) {
+    label.setText(QString::fromStdString(text));
+    label.setAccessibleDescription(label.text());
 }
 
 QRect ScreenOf(const QWidget& form) {

@@ -1,13 +1,19 @@
 #pragma once
 
+#include <string>
+
+class QLabel;
 class QRect;
 class QWidget;
 
 namespace burnwick {
 
 // Gives the form and its controls their object names as accessible names: tests and screen readers know them
-// by these.
+// by these. What a control shows is its accessible description.
 void NameControls(QWidget& form);
+
+// Shows a text, to screen readers too.
+void ShowText(QLabel& label, const std::string& text);
 
 // The screen on which a form opens, its parent's, without what panels cover.
 QRect ScreenOf(const QWidget& form);

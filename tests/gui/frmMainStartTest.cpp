@@ -228,6 +228,20 @@ TEST_F(frmMainStart, GivesEachControlItsNameForAssistiveProgramsToo) {
     }
 }
 
+TEST_F(frmMainStart, TellsAssistiveProgramsWhatEachControlShows) {
+    Start();
+    EXPECT_EQ(Find("cmdDownload")->accessibleDescription(), "Download");
+    EXPECT_EQ(Find("lblStatus")->accessibleDescription(), "Ready on COM1 (115200bps).");
+    At(1s, [this] {
+        EXPECT_EQ(Find("cmdQuit")->accessibleDescription(), "Cancel");
+        EXPECT_EQ(Find("lblStatus")->accessibleDescription(), "Waiting for response from Multiplexer...");
+        Click("cmdQuit");
+    });
+    Download(Image());
+    EXPECT_EQ(Find("cmdQuit")->accessibleDescription(), "Quit");
+    EXPECT_EQ(Find("lblVersion")->accessibleDescription(), "4.10");
+}
+
 TEST_F(frmMainStart, HasAllItsCommandsInTheirMenus) {
     Start();
     const auto captions = [this](const char* menu) {

@@ -1,6 +1,7 @@
 #include "gui/WindowTest.h"
 
 #include <QApplication>
+#include <QWindow>
 
 namespace burnwick::test {
 
@@ -98,6 +99,17 @@ void WindowTest::ConnectUnitOfSize(std::size_t size, std::vector<simulator::Faul
     options.Flash = AnyBytes(size, /*seed=*/7);
     options.Faults = std::move(faults);
     Connect(std::move(options));
+}
+
+void WindowTest::DownloadAndAnswer(QMessageBox::StandardButton answer) {
+    Settings["Options/Verify"] = "1";
+    User.TypeFile(Image());
+    User.ClickInBox(answer);
+    Click("cmdDownload");
+}
+
+bool WindowTest::CloseIsGreyed() const {
+    return !Window->windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
 }
 
 void WindowTest::Pass(Microseconds time) {

@@ -43,6 +43,9 @@ protected:
     // Lets so much virtual time pass.
     void Pass(Microseconds time);
 
+    // Programs the usual image, and answers the question for a verification after it.
+    void DownloadAndAnswer(QMessageBox::StandardButton answer);
+    bool CloseIsGreyed() const;
     bool IsIdle() const { return WindowUser::IsIdle() && AwakeNow == 0; }
 
     VirtualLoop Loop;

@@ -33,17 +33,7 @@ constexpr auto Programmed = "Programming was completed successfully.";
 
 class frmMainRun : public WindowTest {
 protected:
-    // Programs the usual image, and answers the question after it.
-    void DownloadAndAnswer(QMessageBox::StandardButton answer) {
-        Settings["Options/Verify"] = "1";
-        User.TypeFile(Image());
-        User.ClickInBox(answer);
-        Click("cmdDownload");
-    }
     bool VerificationFileIsThere() const { return fs::exists(Folder / "home/Verify.tmp"); }
-    bool CloseIsGreyed() const {
-        return !Window->windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
-    }
 };
 
 TEST_F(frmMainRun, ADownloadProgramsTheUnit) {
@@ -404,34 +394,6 @@ TEST_F(frmMainRun, AnUploadToAPortThatDoesNotOpenLeavesNoFile) {
     EXPECT_TRUE(IsIdle());
 }
 
-TEST_F(frmMainRun, CloseIsGreyedWhileBlocksAreSent) {
-    ConnectUnitOfSize(Size);
-    Start();
-    WhenStatus("Waiting", [this] { EXPECT_FALSE(CloseIsGreyed()); });
-    WhenStatus("Sending block", [this] {
-        EXPECT_TRUE(CloseIsGreyed());
-        Window->close();  // the window manager's own way
-        EXPECT_TRUE(Window->isVisible());
-    });
-    Download(Image());
-    EXPECT_FALSE(CloseIsGreyed());
-    EXPECT_EQ(Status(), Programmed);
-}
-
-TEST_F(frmMainRun, AnUngreyedCloseDoesNotCancelTheSendingOfBlocksAndClosesAtItsEnd) {
-    ConnectUnitOfSize(Size);
-    Start();
-    DownloadAndAnswer(QMessageBox::Yes);
-    Settings["Options/Verify"] = "0";
-    WhenStatus("Sending block 300", [this] {
-        EXPECT_FALSE(CloseIsGreyed());
-        Window->close();
-    });
-    Download(Image());
-    EXPECT_EQ(Status(), Programmed);
-    EXPECT_FALSE(Window->isVisible());
-}
-
 TEST_F(frmMainRun, AClickThatComesWhileTheImageIsLookedAtStartsNothingElse) {
     ConnectUnitOfSize(Size);
     Settings["LastOpenFile/1"] = Folder.Write("other.bin", SampleImage(65'536));
@@ -457,21 +419,6 @@ TEST_F(frmMainRun, AClickThatComesWhileTheImageIsLookedAtStartsNothingElse) {
     EXPECT_EQ(User.Dialogs().back(), "Open Burnwick File");
 }
 
-TEST_F(frmMainRun, AKeyHeldDownOrADoubleClickOnCancelDoesNotLeaveTheProgram) {
-    Start();
-    At(3s, [this] {
-        auto* const cancel = Find<QPushButton>("cmdQuit");
-        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", /*autorep=*/true);
-        QApplication::sendEvent(cancel, &held);
-        EXPECT_EQ(cancel->text(), "&Cancel");
-        Click("cmdQuit");
-        QTest::mouseDClick(cancel, Qt::LeftButton);
-    });
-    Download(Image());
-    EXPECT_EQ(Status(), "Programming was canceled.");
-    EXPECT_TRUE(Window->isVisible());
-}
-
 TEST_F(frmMainRun, TheDisplayDoesNotGetTheFocusByItself) {
     ConnectUnitOfSize(Size);
     Start();
@@ -484,70 +431,6 @@ TEST_F(frmMainRun, AVerificationHasTheFocusOnCancelUntilItIsOver) {
     Start();
     WhenStatus("Verifying block", [this] { EXPECT_EQ(Window->focusWidget(), Find("cmdQuit")); });
     DownloadAndAnswer(QMessageBox::Yes);
-}
-
-TEST_F(frmMainRun, CloseStaysGreyedAfterAVerifiedDownloadUntilTheNextOne) {
-    ConnectUnitOfSize(Size);
-    Start();
-    DownloadAndAnswer(QMessageBox::Yes);
-    EXPECT_TRUE(CloseIsGreyed());
-    Settings["Options/Verify"] = "0";
-    WhenStatus("Sending block", [this] { EXPECT_FALSE(CloseIsGreyed()); });
-    Download(Image());
-    EXPECT_TRUE(CloseIsGreyed());
-}
-
-TEST_F(frmMainRun, QuitLeavesAlsoWhileCloseIsGreyed) {
-    ConnectUnitOfSize(Size);
-    Start();
-    DownloadAndAnswer(QMessageBox::Yes);
-    Window->close();
-    EXPECT_TRUE(Window->isVisible());
-    Click("cmdQuit");
-    EXPECT_FALSE(Window->isVisible());
-}
-
-TEST_F(frmMainRun, AFileThatIsRefusedBeforeTheLineDoesNotTouchClose) {
-    ConnectUnitOfSize(Size);
-    Start();
-    Download(Image());
-    // An image by its type code, of a length that no chip has.
-    Download(Folder.Write("odd.bin", SampleImage(1000)));
-    EXPECT_THAT(Display(), HasSubstr("Error: Invalid file size."));
-    EXPECT_FALSE(CloseIsGreyed());
-    EXPECT_TRUE(IsIdle());
-}
-
-TEST_F(frmMainRun, ClosingTheWindowWhileWaitingCancelsAndClosesAtTheEnd) {
-    Start();
-    At(3s, [this] {
-        Window->close();
-        EXPECT_TRUE(Window->isVisible());
-    });
-    Download(Image());
-    EXPECT_EQ(Status(), "Programming was canceled.");
-    EXPECT_FALSE(Window->isVisible());
-    EXPECT_EQ(Settings["Status/Programming"], "No");
-}
-
-TEST_F(frmMainRun, ClosingTheWindowDuringAnUploadCancelsItAndLeavesNoFile) {
-    ConnectUnitOfSize(Size);
-    Start();
-    WhenStatus("Reading block 200", [this] { Window->close(); });
-    Upload(1, Folder / "read.bin");
-    EXPECT_FALSE(Window->isVisible());
-    EXPECT_FALSE(fs::exists(Folder / "read.bin"));
-}
-
-TEST_F(frmMainRun, ASecondQuitWhileARunWindsDownClosesAtItsEnd) {
-    Start();
-    At(3s, [this] {
-        Click("cmdQuit");
-        Click("cmdQuit");
-        EXPECT_TRUE(Window->isVisible());
-    });
-    Download(Image());
-    EXPECT_FALSE(Window->isVisible());
 }
 
 TEST_F(frmMainRun, ATimeoutDuringAnUploadRemovesTheIncompleteFile) {

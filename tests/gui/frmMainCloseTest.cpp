@@ -1,0 +1,133 @@
+// The ways to leave the window, and what a run makes of them.
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTest>
+#include <QWindow>
+#include <filesystem>
+
+#include "gui/WindowTest.h"
+
+namespace burnwick::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+
+constexpr std::size_t Size = 262'144;
+constexpr auto Programmed = "Programming was completed successfully.";
+
+}  // namespace
+
+using frmMainClose = WindowTest;
+
+TEST_F(frmMainClose, CloseIsGreyedWhileBlocksAreSent) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Waiting", [this] { EXPECT_FALSE(CloseIsGreyed()); });
+    WhenStatus("Sending block", [this] {
+        EXPECT_TRUE(CloseIsGreyed());
+        Window->close();  // the window manager's own way
+        EXPECT_TRUE(Window->isVisible());
+    });
+    Download(Image());
+    EXPECT_FALSE(CloseIsGreyed());
+    EXPECT_EQ(Status(), Programmed);
+}
+
+TEST_F(frmMainClose, AnUngreyedCloseDoesNotCancelTheSendingOfBlocksAndClosesAtItsEnd) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    Settings["Options/Verify"] = "0";
+    WhenStatus("Sending block 300", [this] {
+        EXPECT_FALSE(CloseIsGreyed());
+        Window->close();
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(frmMainClose, AKeyHeldDownOrADoubleClickOnCancelDoesNotLeaveTheProgram) {
+    Start();
+    At(3s, [this] {
+        auto* const cancel = Find<QPushButton>("cmdQuit");
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", /*autorep=*/true);
+        QApplication::sendEvent(cancel, &held);
+        EXPECT_EQ(cancel->text(), "&Cancel");
+        Click("cmdQuit");
+        QTest::mouseDClick(cancel, Qt::LeftButton);
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was canceled.");
+    EXPECT_TRUE(Window->isVisible());
+}
+
+TEST_F(frmMainClose, CloseStaysGreyedAfterAVerifiedDownloadUntilTheNextOne) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    EXPECT_TRUE(CloseIsGreyed());
+    Settings["Options/Verify"] = "0";
+    WhenStatus("Sending block", [this] { EXPECT_FALSE(CloseIsGreyed()); });
+    Download(Image());
+    EXPECT_TRUE(CloseIsGreyed());
+}
+
+TEST_F(frmMainClose, QuitLeavesAlsoWhileCloseIsGreyed) {
+    ConnectUnitOfSize(Size);
+    Start();
+    DownloadAndAnswer(QMessageBox::Yes);
+    Window->close();
+    EXPECT_TRUE(Window->isVisible());
+    Click("cmdQuit");
+    EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(frmMainClose, AFileThatIsRefusedBeforeTheLineDoesNotTouchClose) {
+    ConnectUnitOfSize(Size);
+    Start();
+    Download(Image());
+    // An image by its type code, of a length that no chip has.
+    Download(Folder.Write("odd.bin", SampleImage(1000)));
+    EXPECT_THAT(Display(), HasSubstr("Error: Invalid file size."));
+    EXPECT_FALSE(CloseIsGreyed());
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST_F(frmMainClose, ClosingTheWindowWhileWaitingCancelsAndClosesAtTheEnd) {
+    Start();
+    At(3s, [this] {
+        Window->close();
+        EXPECT_TRUE(Window->isVisible());
+    });
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was canceled.");
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_EQ(Settings["Status/Programming"], "No");
+}
+
+TEST_F(frmMainClose, ClosingTheWindowDuringAnUploadCancelsItAndLeavesNoFile) {
+    ConnectUnitOfSize(Size);
+    Start();
+    WhenStatus("Reading block 200", [this] { Window->close(); });
+    Upload(1, Folder / "read.bin");
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_FALSE(fs::exists(Folder / "read.bin"));
+}
+
+TEST_F(frmMainClose, ASecondQuitWhileARunWindsDownClosesAtItsEnd) {
+    Start();
+    At(3s, [this] {
+        Click("cmdQuit");
+        Click("cmdQuit");
+        EXPECT_TRUE(Window->isVisible());
+    });
+    Download(Image());
+    EXPECT_FALSE(Window->isVisible());
+}
+
+}  // namespace burnwick::test

@@ -55,20 +55,27 @@ void Answers::Look() {
         return;
     }
     Answered_ = dialog;
+    // Outside the timer's own call: it goes on ticking when the answer makes another dialog open.
+    QTimer::singleShot(0, this, [this, shown = QPointer(dialog)] { Give(shown); });
+}
+
+// A dialog that comes to the fore for a moment, on its way to its end, asks for nothing.
+void Answers::Give(const QPointer<QDialog>& dialog) {
+    if (!dialog || !dialog->isVisible()) {
+        return;
+    }
     Note(*dialog);
     if (Answers_.empty()) {
         ADD_FAILURE() << "nobody expected the dialog " << dialog->windowTitle().toStdString();
         dialog->reject();
         return;
     }
-    // Outside the timer's own call: it goes on ticking when the answer makes another dialog open.
-    QTimer::singleShot(0, dialog, [dialog = QPointer(dialog), answer = std::move(Answers_.front())] {
-        answer(*dialog);
-        if (testing::Test::HasFatalFailure() && dialog) {
-            dialog->reject();
-        }
-    });
+    const Answer answer = std::move(Answers_.front());
     Answers_.pop_front();
+    answer(*dialog);
+    if (testing::Test::HasFatalFailure() && dialog) {
+        dialog->reject();
+    }
 }
 
 void Answers::Note(QDialog& dialog) {

@@ -46,6 +46,7 @@ public:
 
 private:
     void Look();
+    void Give(const QPointer<QDialog>& dialog);
     void Note(QDialog& dialog);
 
     QTimer Timer_;

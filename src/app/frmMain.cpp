@@ -13,6 +13,7 @@
 #include "app/modSystemMenu.h"
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
+#include "forms/TextDrag.h"
 #include "image/modBinFileInfo.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
@@ -90,7 +91,7 @@ void frmMain::Layout() {
                                     metrics.lineSpacing() * DisplayLines + border);
     Ui_->cmdQuit->installEventFilter(this);
     Ui_->txtDisplay->installEventFilter(this);
-    Ui_->txtDisplay->viewport()->installEventFilter(this);
+    ForbidTextDrag(*Ui_->txtDisplay);
     Ui_->lblRate->setMinimumWidth(fontMetrics().horizontalAdvance("000.0 KB/s, 00:00 left"));
     QSizePolicy policy = Ui_->lblTiming->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -293,9 +294,6 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (watched == Ui_->cmdQuit && IsUnintended(*event)) {
         return true;
     }
-    if (watched == Ui_->txtDisplay->viewport() && event->type() == QEvent::MouseButtonPress) {
-        ForbidDragging(*static_cast<QMouseEvent*>(event));
-    }
     if (watched == Ui_->txtDisplay && event->type() == QEvent::KeyPress) {
         const auto* const key = static_cast<QKeyEvent*>(event);
         // The way to stop a download when Cancel is disabled already; hidden on purpose.
@@ -306,15 +304,6 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QMainWindow::eventFilter(watched, event);
-}
-
-// A selection that is dragged would hold the run up until it is dropped: the unit would wait, and give up.
-void frmMain::ForbidDragging(const QMouseEvent& press) {
-    if (press.button() == Qt::LeftButton && press.modifiers() != Qt::ShiftModifier) {
-        QTextCursor cursor = Ui_->txtDisplay->textCursor();
-        cursor.clearSelection();
-        Ui_->txtDisplay->setTextCursor(cursor);
-    }
 }
 
 }  // namespace burnwick

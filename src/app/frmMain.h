@@ -18,7 +18,6 @@
 #include "run/WindowTexts.h"
 
 class QAction;
-class QMouseEvent;
 
 namespace burnwick {
 
@@ -65,7 +64,6 @@ private:
     void FillMissingSettings() const;
     void CheckStartupPort();
     void ComeForward();
-    void ForbidDragging(const QMouseEvent& press);
     void LoadRecentFiles();
     void AddRecentFile(const std::string& path);
     void mnuFileMRF_Click(int index);

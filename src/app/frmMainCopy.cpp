@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 
 #include "app/frmMain.h"
+#include "forms/Hourglass.h"
 #include "forms/MsgBox.h"
 #include "platform/PlainText.h"
 #include "run/CopyToFolder.h"
@@ -12,15 +13,6 @@
 namespace burnwick {
 
 namespace {
-
-// The pointer is an hourglass while this lives.
-class Hourglass {
-public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-};
 
 std::string CopyUnderHourglass(const std::filesystem::path& source, const std::filesystem::path& target,
                                Existing existing) {

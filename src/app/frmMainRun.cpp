@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "app/DirFile.h"
-#include "app/FileDialog.h"
 #include "app/frmMain.h"
 #include "app/modSystemMenu.h"
+#include "forms/FileDialog.h"
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
@@ -142,7 +142,8 @@ bool frmMain::ChooseImage() {
     } else if (!ChosenFile_.empty()) {
         ImageFileName = std::exchange(ChosenFile_, {});
     } else {
-        ImageFileName = AskForFileToOpen(this, Services_.Setting("Path", "LastPath"));
+        ImageFileName = AskForFileToOpen(this, "Open Burnwick File", "Burnwick File (*.bin)",
+                                         Services_.Setting("Path", "LastPath"));
     }
     return !ImageFileName.empty() && AcceptImage();
 }

@@ -1,4 +1,4 @@
-#include "app/FileDialog.h"
+#include "forms/FileDialog.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -23,9 +23,10 @@ bool MayReplace(QWidget* parent, const std::string& path) {
 
 }  // namespace
 
-std::string AskForFileToOpen(QWidget* parent, const std::string& initDir) {
-    QFileDialog dialog(parent, "Open Burnwick File", QString::fromStdString(initDir),
-                       "Burnwick File (*.bin)");
+std::string AskForFileToOpen(QWidget* parent, const std::string& title, const std::string& filter,
+                             const std::string& initDir) {
+    QFileDialog dialog(parent, QString::fromStdString(title), QString::fromStdString(initDir),
+                       QString::fromStdString(filter));
     dialog.setFileMode(QFileDialog::ExistingFile);
     return Ask(dialog);
 }

@@ -88,8 +88,7 @@ private:
     std::unique_ptr<burnwick::MessageLoop> Loop_ = burnwick::NewWindowLoop();
     std::unique_ptr<burnwick::ShellIntegration> Shell_ = burnwick::SystemShell();
     burnwick::WindowServices Services_{
-        .Title = "Burnwick",
-        .Version = "0.00.0",
+        .Product = {.Title = "Burnwick"},
         .Trace = [](const std::string&) {},
         .Loop = *Loop_,
         .Setting = ReadIniValue,

@@ -11,6 +11,7 @@
 #include "platform/SingleInstance.h"
 #include "platform/SleepInhibitor.h"
 #include "ports/PortTable.h"
+#include "run/Product.h"
 
 class QWidget;
 
@@ -18,8 +19,7 @@ namespace burnwick {
 
 // What the main window finds around it: services that a test puts its own in the place of.
 struct WindowServices {
-    std::string Title{};        // the application's
-    std::string Version{};      // "2.08.1000"
+    burnwick::Product Product{};
     std::string CommandLine{};  // the arguments, joined by one blank
     bool Debug = false;         // the debug check box is there and ticked, and the link tells Trace all
     std::function<void(const std::string& line)> Trace{};

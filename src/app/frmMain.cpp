@@ -67,7 +67,7 @@ frmMain::frmMain(WindowServices& services)
       tmrStatus(services.Loop.NewTimer(800ms, [this] { tmrStatus_Timer(); })),
       tmrTimeOut(services.Loop.NewTimer(100ms, [this] { tmrTimeOut_Timer(); })),
       tmrFlashWindow(services.Loop.NewTimer(300ms, [this] { tmrFlashWindow_Timer(); })),
-      Title_(services.Title) {
+      Title_(services.Product.Title) {
     Ui_->setupUi(this);
     Layout();
     new PaintLimit(this);
@@ -129,7 +129,7 @@ QAction* frmMain::RecentEntry(int index) const {
 }
 
 bool frmMain::Form_Load() {
-    Title_ = ApplicationTitle(Services_.Title, Services_.Version);
+    Title_ = ApplicationTitle(Services_.Product.Title, BuildNumber(Services_.Product));
     Copies_ = Services_.Copies(Title_);
     if (modActivatePrevInstance::ActivatePrevInstance(*Copies_, Services_.Setting("Status", "Programming"))) {
         return false;

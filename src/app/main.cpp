@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "ProductData.h"
 #include "app/frmMain.h"
 #include "platform/Interrupt.h"
 #include "platform/Notification.h"
@@ -47,8 +48,7 @@ void Flash(QWidget* window) {
 burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::ShellIntegration& shell) {
     using namespace burnwick;
     return {
-        .Title = BURNWICK_TITLE,
-        .Version = BURNWICK_BUILD,
+        .Product = ProductData(),
         .CommandLine = CommandLine(),
         .Debug = Variable("BURNWICK_DEBUG") == "1",
         .Trace = [](const std::string& line) { std::cerr << line << std::endl; },
@@ -75,8 +75,9 @@ int main(int argc, char* argv[]) {
     SurviveFailedWrites();
     HoldInterrupts();
     const QApplication application(argc, argv);
-    QApplication::setApplicationName(BURNWICK_TITLE);
-    QApplication::setDesktopFileName(BURNWICK_TITLE);
+    const QString title = QString::fromStdString(ProductData().Title);
+    QApplication::setApplicationName(title);
+    QApplication::setDesktopFileName(title);
     QApplication::setWindowIcon(ProgramIcon());
     const auto loop = NewWindowLoop();
     const auto shell = SystemShell();

@@ -80,8 +80,7 @@ WindowTest::~WindowTest() {
 }
 
 bool WindowTest::Start(const std::string& commandLine) {
-    Services_.Title = Title;
-    Services_.Version = "2.08.1000";
+    Services_.Product = {.Title = Title, .Major = 2, .Minor = 8, .Revision = 1000};
     Services_.CommandLine = commandLine;
     Services_.Debug = Debug;
     Devices_ = 0;

@@ -76,8 +76,7 @@ private:
     WatchedLoop Loop_{*RealLoop_};
     FakeShell Shell_;
     WindowServices Services_{
-        .Title = "Burnwick",
-        .Version = "2.08.1000",
+        .Product = {.Title = "Burnwick", .Major = 2, .Minor = 8, .Revision = 1000},
         .Trace = [](const std::string&) {},
         .Loop = Loop_,
         .Setting = ReadIniValue,

@@ -234,11 +234,8 @@ void frmMain::Form_Unload() {
     tmrTimeOut->SetEnabled(false);
     tmrFlashWindow->SetEnabled(false);
     Services_.Store("Status", "Programming", "No");
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
-        if (window->windowTitle() == "Burnwick Help" || window->windowTitle() == "Burnwick (OEM) Help") {
-            window->close();
-        }
-    }
+    CloseWindowByTitle("Burnwick Help");
+    CloseWindowByTitle("Burnwick (OEM) Help");
 }
 
 void frmMain::LoadRecentFiles() {

@@ -1,5 +1,7 @@
 #include "forms/FormParts.h"
 
+#include <QApplication>
+#include <QIcon>
 #include <QLabel>
 #include <QScreen>
 #include <QWidget>
@@ -31,6 +33,11 @@ void ShowText(QLabel& label, const std::string& text) {
     label.setAccessibleDescription(label.text());
 }
 
+void ShowProgramIcon(QLabel& label) {
+    constexpr int size = 64;
+    label.setPixmap(QApplication::windowIcon().pixmap(QSize(size, size), label.devicePixelRatio()));
+}
+
 QRect ScreenOf(const QWidget& form) {
     const QWidget& placed = form.parentWidget() == nullptr ? form : *form.parentWidget();
     return placed.screen()->availableGeometry();
@@ -40,6 +47,14 @@ void CenterOnScreen(QWidget& form) {
     QRect place = form.frameGeometry();
     place.moveCenter(ScreenOf(form).center());
     form.move(place.topLeft());
+}
+
+void CloseWindowByTitle(const std::string& title) {
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (window->windowTitle().toStdString() == title) {
+            window->close();
+        }
+    }
 }
 
 }  // namespace burnwick

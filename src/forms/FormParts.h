@@ -15,10 +15,16 @@ void NameControls(QWidget& form);
 // Shows a text, to screen readers too.
 void ShowText(QLabel& label, const std::string& text);
 
+// The program's icon, in the size for a box that tells of the program.
+void ShowProgramIcon(QLabel& label);
+
 // The screen on which a form opens, its parent's, without what panels cover.
 QRect ScreenOf(const QWidget& form);
 
 // Moves the form to the middle of that screen.
 void CenterOnScreen(QWidget& form);
+
+// Closes every window of this program that has the title.
+void CloseWindowByTitle(const std::string& title);
 
 }  // namespace burnwick

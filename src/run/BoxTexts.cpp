@@ -35,6 +35,11 @@ BoxText CopyErrorBox() {
     return {"Copy Error", "Copy file error."};
 }
 
+BoxText LinkNotOpenedBox(const std::string& link) {
+    return {"Link", link + " could not be opened: no program is set up for it.\n"
+                        "Set up a web browser, or open the address on another computer."};
+}
+
 BoxText ErrorBox(const std::string& description) {
     return {"Error", description + "\n"};
 }

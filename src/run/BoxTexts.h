@@ -22,6 +22,9 @@ BoxText ReplaceQuestion(const std::string& fileName, const std::string& existing
 
 BoxText CopyErrorBox();
 
+// An address that no program of the desktop took.
+BoxText LinkNotOpenedBox(const std::string& link);
+
 // Any other trouble, by its description.
 BoxText ErrorBox(const std::string& description);
 

@@ -47,7 +47,7 @@ void Answers::Escape() {
 
 void Answers::Look() {
     auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr || !dialog->isVisible()) {
+    if (dialog == nullptr || dialog == Form_ || !dialog->isVisible()) {
         Answered_.clear();
         return;
     }

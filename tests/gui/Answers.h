@@ -33,6 +33,8 @@ public:
     // Every answer must have been asked for.
     ~Answers() override;
 
+    // The dialog under test, which the test itself answers.
+    void LeaveAlone(QDialog& form) { Form_ = &form; }
     void Next(Answer answer) { Answers_.push_back(std::move(answer)); }
     void ClickInBox(QMessageBox::StandardButton button);
     // Types a path into a file dialog, and Enter.
@@ -50,6 +52,7 @@ private:
     void Note(QDialog& dialog);
 
     QTimer Timer_;
+    QPointer<QDialog> Form_;
     QPointer<QDialog> Answered_;
     std::deque<Answer> Answers_;
     std::vector<Box> Boxes_;

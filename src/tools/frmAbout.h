@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+#include <string>
+
+#include "run/Product.h"
+#include "tools/WebEmail.h"
+
+namespace burnwick {
+
+namespace Ui {
+class frmAbout;
+}
+
+// Tells which program this is, and leads to its web site.
+class frmAbout final : public QDialog {
+    Q_OBJECT
+
+public:
+    frmAbout(const Product& product, WebEmail::OpenLinkFunction openLink, QWidget* parent = nullptr);
+    ~frmAbout() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void lblWebSite_Click();
+
+    std::string WebSite_;
+    WebEmail::OpenLinkFunction OpenLink_;
+    std::unique_ptr<Ui::frmAbout> Ui_;
+};
+
+}  // namespace burnwick

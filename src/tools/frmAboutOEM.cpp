@@ -1,0 +1,29 @@
+#include "tools/frmAboutOEM.h"
+
+#include <QShowEvent>
+
+#include "forms/FormParts.h"
+#include "ui_frmAboutOEM.h"
+
+namespace burnwick {
+
+frmAboutOEM::frmAboutOEM(const Product& product, QWidget* parent)
+    : QDialog(parent), Ui_(std::make_unique<Ui::frmAboutOEM>()) {
+    Ui_->setupUi(this);
+    NameControls(*this);
+    ShowProgramIcon(*Ui_->lblIcon);
+    ShowText(*Ui_->lblTitle, product.Title);
+    ShowText(*Ui_->lblVersion, VersionText(product));
+    connect(Ui_->cmdOK, &QPushButton::clicked, this, &frmAboutOEM::accept);
+}
+
+frmAboutOEM::~frmAboutOEM() = default;
+
+void frmAboutOEM::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        CenterOnScreen(*this);
+    }
+    QDialog::showEvent(event);
+}
+
+}  // namespace burnwick

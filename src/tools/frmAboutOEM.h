@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "run/Product.h"
+
+namespace burnwick {
+
+namespace Ui {
+class frmAboutOEM;
+}
+
+// Tells which program this is, where an equipment maker passes it on: no more than its version.
+class frmAboutOEM final : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit frmAboutOEM(const Product& product, QWidget* parent = nullptr);
+    ~frmAboutOEM() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    std::unique_ptr<Ui::frmAboutOEM> Ui_;
+};
+
+}  // namespace burnwick

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QDialog>
+#include <QDir>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <memory>
+#include <string>
+
+namespace burnwick::test {
+
+// A dialog in front of its user. The one under test is made by New when it is first looked at.
+class FormTest : public ::testing::Test {
+protected:
+    virtual std::unique_ptr<QDialog> New() = 0;
+
+    QDialog& Form() {
+        if (!Form_) {
+            Form_ = New();
+            Form_->show();
+            Form_->activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(Form_.get()));
+        }
+        return *Form_;
+    }
+
+    template <typename Control = QWidget>
+    Control& Find(const std::string& name) {
+        auto* const control = Form().findChild<Control*>(QString::fromStdString(name));
+        EXPECT_NE(control, nullptr) << name;
+        return *control;
+    }
+    std::string Text(const std::string& name) {
+        return Find<QWidget>(name).property("text").toString().toStdString();
+    }
+    std::string Title(const std::string& frame) {
+        return Find<QWidget>(frame).property("title").toString().toStdString();
+    }
+
+    void Click(const std::string& button) { QTest::mouseClick(&Find<QPushButton>(button), Qt::LeftButton); }
+    // On its box or circle, left of the text.
+    void Tick(const std::string& option) {
+        QWidget& control = Find(option);
+        QTest::mouseClick(&control, Qt::LeftButton, {}, QPoint(8, control.height() / 2));
+    }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(Form().focusWidget(), key, modifiers);
+    }
+    std::string Focus() { return Form().focusWidget()->objectName().toStdString(); }
+
+    bool StandsInTheMiddle() {
+        const QRect screen = Form().screen()->availableGeometry();
+        constexpr int rounding = 2;
+        return (Form().frameGeometry().center() - screen.center()).manhattanLength() <= rounding;
+    }
+    void TakePicture(const std::string& name) {
+        ASSERT_TRUE(QDir().mkpath(PICTURES));
+        EXPECT_TRUE(Form().grab().save(QString(PICTURES "/%1.png").arg(QString::fromStdString(name))));
+    }
+
+private:
+    std::unique_ptr<QDialog> Form_;
+};
+
+}  // namespace burnwick::test

@@ -15,9 +15,7 @@
 #include "forms/MsgBox.h"
 #include "forms/TextDrag.h"
 #include "image/modBinFileInfo.h"
-#include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
-#include "ports/frmCOMPortSetting.h"
 #include "ports/modFindCOMPorts.h"
 #include "run/LogOption.h"
 #include "run/RecentFiles.h"
@@ -118,6 +116,8 @@ void frmMain::ConnectCommands() {
     onCommand(Ui_->mnuFileCopyToFolder, &frmMain::mnuFileCopyToFolder_Click);
     onCommand(Ui_->mnuFileExit, &frmMain::cmdQuit_Click);
     onCommand(Ui_->mnuToolCOMPortSetting, &frmMain::mnuToolCOMPortSetting_Click);
+    onCommand(Ui_->mnuToolOptions, &frmMain::mnuToolOptions_Click);
+    onCommand(Ui_->mnuHelpAbout, &frmMain::mnuHelpAbout_Click);
     for (const int index : {1, 2, 3, 4}) {
         connect(RecentEntry(index), &QAction::triggered, this, [this, index] { mnuFileMRF_Click(index); });
     }
@@ -172,23 +172,6 @@ void frmMain::FillMissingSettings() const {
 void frmMain::CheckStartupPort() {
     MSComm1.SetCommPort(modFindCOMPorts::ChooseStartupPort(MSComm1, Services_.Setting, Services_.Store));
     SetStatus(ReadyText(MSComm1.CommPort(), GetBaudRateSetting(Services_.Setting)));
-}
-
-void frmMain::mnuToolCOMPortSetting_Click() {
-    frmCOMPortSetting(
-        {.Control = MSComm1,
-         .Setting = Services_.Setting,
-         .Store = Services_.Store,
-         .ShowChoice =
-             [this](int port, const std::string& baudRate) {
-                 SetStatus(StatusAfterPortChoice(Ui_->lblStatus->text().toStdString(), port, baudRate));
-             },
-         .LogBaudRateChange =
-             [this](bool to57600) {
-                 LogBaudRateChange(Services_.ProgramFolder, to57600, Services_.Loop.Now());
-             }},
-        this)
-        .exec();
 }
 
 void frmMain::ComeForward() {

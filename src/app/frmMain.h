@@ -67,7 +67,11 @@ private:
     void LoadRecentFiles();
     void AddRecentFile(const std::string& path);
     void mnuFileMRF_Click(int index);
+
+    // frmMainDialogs.cpp: the commands that only open other dialogs.
     void mnuToolCOMPortSetting_Click();
+    void mnuToolOptions_Click();
+    void mnuHelpAbout_Click();
 
     // frmMainCopy.cpp: the copy commands, on the image that the summary shows.
     void mnuFileCopy_Click();

@@ -8,6 +8,7 @@
 #include "app/frmMain.h"
 #include "platform/Interrupt.h"
 #include "platform/Notification.h"
+#include "platform/OpenLink.h"
 #include "platform/ProgramFolder.h"
 #include "platform/System.h"
 #include "platform/Utf8Path.h"
@@ -64,6 +65,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .Beep = [] { QApplication::beep(); },
         .Flash = Flash,
         .Notify = Notify,
+        .OpenLink = OpenLink,
     };
 }
 

@@ -52,7 +52,7 @@ WindowTest::WindowTest()
                 Settings[section + "/" + key] = value;
                 OnStore(section + "/" + key);
             },
-        .ProgramFolder = Folder.Path() / "home",
+        .ProgramFolder = {},
         .Executable = "/opt/burnwick/Burnwick",
         .Shell = Shell,
         .Copies =
@@ -67,6 +67,11 @@ WindowTest::WindowTest()
         .Flash = [this](QWidget*) { ++Flashes; },
         .Notify = [this](const std::string& title,
                          const std::string& text) { Note("notify " + title + ": " + text); },
+        .OpenLink =
+            [this](const std::string& link) {
+                Note("open " + link);
+                return true;
+            },
     } {
     Settings["COMPort/COM"] = "1";
     Settings["COMPort/BaudRate"] = "1";
@@ -80,7 +85,9 @@ WindowTest::~WindowTest() {
 }
 
 bool WindowTest::Start(const std::string& commandLine) {
-    Services_.Product = {.Title = Title, .Major = 2, .Minor = 8, .Revision = 1000};
+    Services_.Product = {
+        .Title = Title, .Major = 2, .Minor = 8, .Revision = 1000, .WebSite = "https://www.burnwick.example/"};
+    Services_.ProgramFolder = Folder.Path() / ProgramFolder;
     Services_.CommandLine = commandLine;
     Services_.Debug = Debug;
     Devices_ = 0;

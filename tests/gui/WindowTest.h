@@ -65,6 +65,7 @@ protected:
     int AwakeNow = 0;
     bool Debug = false;
     std::string Title = "Burnwick";
+    std::string ProgramFolder = "home";  // its name in Folder
 
 private:
     std::unique_ptr<SerialDevice> NewDevice();

@@ -1,0 +1,47 @@
+// The commands that only open other dialogs.
+#include "app/frmMain.h"
+#include "log/ActivityLog.h"
+#include "platform/Utf8Path.h"
+#include "ports/frmCOMPortSetting.h"
+#include "settings/frmOptions.h"
+#include "tools/frmAbout.h"
+#include "tools/frmAboutOEM.h"
+#include "ui_frmMain.h"
+
+namespace burnwick {
+
+void frmMain::mnuToolCOMPortSetting_Click() {
+    frmCOMPortSetting(
+        {.Control = MSComm1,
+         .Setting = Services_.Setting,
+         .Store = Services_.Store,
+         .ShowChoice =
+             [this](int port, const std::string& baudRate) {
+                 SetStatus(StatusAfterPortChoice(Ui_->lblStatus->text().toStdString(), port, baudRate));
+             },
+         .LogBaudRateChange =
+             [this](bool to57600) {
+                 LogBaudRateChange(Services_.ProgramFolder, to57600, Services_.Loop.Now());
+             }},
+        this)
+        .exec();
+}
+
+void frmMain::mnuToolOptions_Click() {
+    frmOptions({.Setting = Services_.Setting,
+                .Store = Services_.Store,
+                .Shell = Services_.Shell,
+                .Program = Services_.Executable},
+               this)
+        .exec();
+}
+
+void frmMain::mnuHelpAbout_Click() {
+    if (IsOEM(Utf8Text(Services_.ProgramFolder))) {
+        frmAboutOEM(Services_.Product, this).exec();
+    } else {
+        frmAbout(Services_.Product, Services_.OpenLink, this).exec();
+    }
+}
+
+}  // namespace burnwick

@@ -1,0 +1,63 @@
+// The commands that only open other dialogs, as the main window opens them.
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include "gui/WindowTest.h"
+
+namespace burnwick::test {
+
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+
+}  // namespace
+
+class frmMainDialogs : public WindowTest {};
+
+TEST_F(frmMainDialogs, OptionsAreStoredAndReachTheDesktop) {
+    Start();
+    Stored.clear();
+    User.Next([](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Options");
+        auto* const box = dialog.findChild<QCheckBox*>("chkFlashMenu");
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+    });
+    Trigger("mnuToolOptions");
+    EXPECT_THAT(Stored, ElementsAre("Options/ContextMenu=Yes", "Options/Desktop=No", "Options/LogOption=&All",
+                                    "Options/Verify=0"));
+    EXPECT_THAT(Calls, Contains("register /opt/burnwick/Burnwick"));
+}
+
+TEST_F(frmMainDialogs, AboutTellsTheVersionAndOpensTheWebSite) {
+    Start();
+    User.Next([](QDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QLabel*>("lblVersion")->text(), "Version 2.08 (Build 2.08.1000)");
+        QTest::mouseClick(dialog.findChild<QWidget*>("lblWebSite"), Qt::LeftButton);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    Trigger("mnuHelpAbout");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("About Burnwick"));
+    EXPECT_THAT(Calls, Contains("open https://www.burnwick.example/"));
+}
+
+TEST_F(frmMainDialogs, AboutIsAnotherOneInAFolderOfAnEquipmentMaker) {
+    ProgramFolder = "OEM Tools";
+    Start();
+    User.Escape();
+    Trigger("mnuHelpAbout");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("About Burnwick (OEM)"));
+}
+
+TEST_F(frmMainDialogs, AboutIsTheUsualOneInAFolderOfSmallLetters) {
+    ProgramFolder = "oem tools";
+    Start();
+    User.Escape();
+    Trigger("mnuHelpAbout");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("About Burnwick"));
+}
+
+}  // namespace burnwick::test

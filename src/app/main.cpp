@@ -79,7 +79,7 @@ int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     const QString title = QString::fromStdString(ProductData().Title);
     QApplication::setApplicationName(title);
-    QApplication::setDesktopFileName(title);
+    QApplication::setDesktopFileName(DesktopId);
     QApplication::setWindowIcon(ProgramIcon());
     const auto loop = NewWindowLoop();
     const auto shell = SystemShell();

@@ -57,6 +57,8 @@ step "The commands that README shows, the man page and the completion"
 tests/readme.sh
 quietly tests/manpage.sh build/release/bin/burnwick-cli
 quietly tests/completion.sh
+step "Package"
+tests/package.sh
 
 build asan
 build cli

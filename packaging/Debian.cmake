@@ -1,4 +1,4 @@
-# `cpack -G DEB` in the build folder makes the Debian package.
+# `cpack -G DEB --config build/release/CPackConfig.cmake` makes the Debian package.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME burnwick)
 set(CPACK_PACKAGE_VERSION "${BURNWICK_BUILD}")
@@ -6,6 +6,7 @@ set(CPACK_PACKAGE_VENDOR "${BURNWICK_VENDOR}")
 set(CPACK_PACKAGE_CONTACT "${BURNWICK_VENDOR} <${BURNWICK_EMAIL}>")
 set(CPACK_PACKAGE_HOMEPAGE_URL "${BURNWICK_WEB_SITE}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${BURNWICK_SUMMARY}")
+set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}")
 set(CPACK_STRIP_FILES ON)
 # Whatever the umask of whoever makes the package.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

@@ -26,6 +26,7 @@ Programs, reads and checks the flash memory of a video unit over a serial line
 A unit's flash memory is being programmed or read
 Burnwick Help
 Burnwick (OEM) Help
+&Flash with Burnwick
 Date stamp
 Image file
 , type code ends in
@@ -43,6 +44,7 @@ The port number cannot be changed while the port is open
 The line cannot be set to "
 The port is already open
 The port is not open
+Error: The comparison was ended
 %.1f KB/s, %ld:%02ld left
 END
 )

@@ -1,86 +1,57 @@
 #include "settings/frmChipSelect.h"
 
-#include <gmock/gmock.h>
-
-#include <QDir>
-#include <QGroupBox>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QScreen>
-#include <QTest>
+#include <array>
 #include <map>
+#include <vector>
+
+#include "gui/FormTest.h"
 
 namespace burnwick::test {
 
 using ::testing::IsEmpty;
 using Settings = std::map<std::string, std::string>;
 
-class frmChipSelectTest : public ::testing::Test {
+class frmChipSelectTest : public FormTest {
 protected:
-    frmChipSelect& Form() {
-        if (!Form_) {
-            Form_ = std::make_unique<frmChipSelect>(
-                [this](const auto& section, const auto& key) { return Stored[section + "/" + key]; },
-                [this](const auto& section, const auto& key, const auto& value) {
-                    Written[section + "/" + key] = value;
-                });
-            Form_->show();
-            Form_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(Form_.get()));
-        }
-        return *Form_;
+    std::unique_ptr<QDialog> New() override {
+        return std::make_unique<frmChipSelect>(
+            [this](const auto& section, const auto& key) { return Stored[section + "/" + key]; },
+            [this](const auto& section, const auto& key, const auto& value) {
+                Written[section + "/" + key] = value;
+            });
     }
 
-    template <typename Control>
-    Control& Find(const char* name) {
-        auto* const control = Form().findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return *control;
-    }
-    QRadioButton& Option(int index) {
-        return Find<QRadioButton>(qPrintable(QString("optChipSize_%1").arg(index)));
-    }
-    QPushButton& Button(const char* name) { return Find<QPushButton>(name); }
-
+    int UploadBlocks() { return dynamic_cast<frmChipSelect&>(Form()).UploadBlocks(); }
+    static std::string Option(int index) { return "optChipSize_" + std::to_string(index); }
+    bool IsSelected(int index) { return Find<QRadioButton>(Option(index)).isChecked(); }
     std::vector<int> Selected() {
         std::vector<int> selected;
         for (int index = 0; index < 4; ++index) {
-            if (Option(index).isChecked()) {
+            if (IsSelected(index)) {
                 selected.push_back(index);
             }
         }
         return selected;
     }
 
-    // On its button, left of the text.
-    void Click(QRadioButton& option) {
-        QTest::mouseClick(&option, Qt::LeftButton, {}, QPoint(8, option.height() / 2));
-    }
-    void Click(QPushButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(Form().focusWidget(), key, modifiers);
-    }
-
     Settings Stored;
     Settings Written;
-
-private:
-    std::unique_ptr<frmChipSelect> Form_;
 };
 
 TEST_F(frmChipSelectTest, AsksForTheChipSize) {
     EXPECT_EQ(Form().windowTitle(), "Select Chip Size");
-    EXPECT_EQ(Find<QGroupBox>("fraChipSize").title(), "Select Chip Size:");
-    EXPECT_EQ(Button("cmdOK").text(), "OK");
-    EXPECT_EQ(Button("cmdCancel").text(), "Cancel");
+    EXPECT_EQ(Title("fraChipSize"), "Select Chip Size:");
+    EXPECT_EQ(Text("cmdOK"), "OK");
+    EXPECT_EQ(Text("cmdCancel"), "Cancel");
     EXPECT_TRUE(Form().isModal());
 }
 
 TEST_F(frmChipSelectTest, OffersFourSizes) {
-    EXPECT_EQ(Option(0).text(), "&1Mbit");
-    EXPECT_EQ(Option(1).text(), "&2Mbit");
-    EXPECT_EQ(Option(2).text(), "&4Mbit");
-    EXPECT_EQ(Option(3).text(), "&8Mbit");
+    EXPECT_EQ(Text(Option(0)), "&1Mbit");
+    EXPECT_EQ(Text(Option(1)), "&2Mbit");
+    EXPECT_EQ(Text(Option(2)), "&4Mbit");
+    EXPECT_EQ(Text(Option(3)), "&8Mbit");
 }
 
 TEST_F(frmChipSelectTest, Selects4MbitAtFirst) {
@@ -98,7 +69,7 @@ TEST_F(frmChipSelectTest, Selects4MbitForAStoredTextThatIsNoSize) {
 }
 
 TEST_F(frmChipSelectTest, SelectsTheSizeThatIsClicked) {
-    Click(Option(1));
+    Tick(Option(1));
     EXPECT_THAT(Selected(), ::testing::ElementsAre(1));
 }
 
@@ -106,65 +77,65 @@ TEST_F(frmChipSelectTest, GivesTheBlocksOfTheSelectedSizeOnOK) {
     const std::array<int, 4> blocks{256, 1024, 2048, 4096};
     for (int index = 0; index < 4; ++index) {
         Form().show();
-        Click(Option(index));
-        Click(Button("cmdOK"));
+        Tick(Option(index));
+        Click("cmdOK");
         EXPECT_EQ(Form().result(), QDialog::Accepted);
-        EXPECT_EQ(Form().UploadBlocks(), blocks.at(static_cast<std::size_t>(index)));
+        EXPECT_EQ(UploadBlocks(), blocks.at(static_cast<std::size_t>(index)));
     }
 }
 
 TEST_F(frmChipSelectTest, StoresTheSelectedIndexOnOK) {
-    Click(Option(3));
-    Click(Button("cmdOK"));
+    Tick(Option(3));
+    Click("cmdOK");
     EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "3"}}));
     EXPECT_FALSE(Form().isVisible());
 }
 
 TEST_F(frmChipSelectTest, StoresTheSizeThatItBeganWithOnOK) {
-    Click(Button("cmdOK"));
+    Click("cmdOK");
     EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "2"}}));
 }
 
 TEST_F(frmChipSelectTest, StoresNothingBeforeOK) {
-    Click(Option(3));
+    Tick(Option(3));
     EXPECT_THAT(Written, IsEmpty());
-    EXPECT_EQ(Form().UploadBlocks(), 0);
+    EXPECT_EQ(UploadBlocks(), 0);
 }
 
 TEST_F(frmChipSelectTest, StoresNothingOnCancel) {
-    Click(Option(3));
-    Click(Button("cmdCancel"));
+    Tick(Option(3));
+    Click("cmdCancel");
     EXPECT_THAT(Written, IsEmpty());
-    EXPECT_EQ(Form().UploadBlocks(), 0);
+    EXPECT_EQ(UploadBlocks(), 0);
     EXPECT_EQ(Form().result(), QDialog::Rejected);
     EXPECT_FALSE(Form().isVisible());
 }
 
 TEST_F(frmChipSelectTest, TakesEnterForOK) {
     Press(Qt::Key_Return);
-    EXPECT_EQ(Form().UploadBlocks(), 2048);
+    EXPECT_EQ(UploadBlocks(), 2048);
     EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "2"}}));
 }
 
 TEST_F(frmChipSelectTest, TakesEscapeForCancel) {
     Press(Qt::Key_Escape);
     EXPECT_FALSE(Form().isVisible());
-    EXPECT_EQ(Form().UploadBlocks(), 0);
+    EXPECT_EQ(UploadBlocks(), 0);
     EXPECT_THAT(Written, IsEmpty());
 }
 
 TEST_F(frmChipSelectTest, TakesItsClosingForCancel) {
     Form().close();
-    EXPECT_EQ(Form().UploadBlocks(), 0);
+    EXPECT_EQ(UploadBlocks(), 0);
     EXPECT_THAT(Written, IsEmpty());
 }
 
 TEST_F(frmChipSelectTest, SelectsASizeByItsShortcutKey) {
     // The button is seen to go down first.
     Press(Qt::Key_8, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Option(3).isChecked(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return IsSelected(3); }));
     Press(Qt::Key_1, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Option(0).isChecked(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return IsSelected(0); }));
 }
 
 TEST_F(frmChipSelectTest, SelectsTheNextSizeByAnArrowKey) {
@@ -174,28 +145,27 @@ TEST_F(frmChipSelectTest, SelectsTheNextSizeByAnArrowKey) {
 
 TEST_F(frmChipSelectTest, BeginsAtTheSelectedSize) {
     Stored["ChipSelect/UploadChipSize"] = "1";
-    EXPECT_EQ(Form().focusWidget(), &Option(1));
+    EXPECT_EQ(Focus(), Option(1));
 }
 
 TEST_F(frmChipSelectTest, IsWalkedThroughWithTheTabKey) {
     Press(Qt::Key_Tab);
-    EXPECT_EQ(Form().focusWidget(), &Button("cmdOK"));
+    EXPECT_EQ(Focus(), "cmdOK");
     Press(Qt::Key_Tab);
-    EXPECT_EQ(Form().focusWidget(), &Button("cmdCancel"));
+    EXPECT_EQ(Focus(), "cmdCancel");
     Press(Qt::Key_Tab);
-    EXPECT_EQ(Form().focusWidget(), &Option(2)) << "one stop for all sizes";
+    EXPECT_EQ(Focus(), Option(2)) << "one stop for all sizes";
 }
 
 TEST_F(frmChipSelectTest, CallsItsControlsByTheirNames) {
     for (const char* name : {"optChipSize_0", "optChipSize_1", "optChipSize_2", "optChipSize_3",
                              "fraChipSize", "cmdOK", "cmdCancel"}) {
-        EXPECT_EQ(Find<QWidget>(name).accessibleName(), name);
+        EXPECT_EQ(Find(name).accessibleName(), name);
     }
 }
 
 TEST_F(frmChipSelectTest, StandsInTheMiddleOfTheScreen) {
-    const QPoint away = Form().frameGeometry().center() - Form().screen()->availableGeometry().center();
-    EXPECT_LE(away.manhattanLength(), 2);
+    EXPECT_TRUE(StandsInTheMiddle());
 }
 
 TEST_F(frmChipSelectTest, StandsThereWhereverItsParentIs) {
@@ -214,8 +184,7 @@ TEST_F(frmChipSelectTest, CannotBeResized) {
 }
 
 TEST_F(frmChipSelectTest, HasItsPictureTaken) {
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
-    EXPECT_TRUE(Form().grab().save(PICTURES "/frmChipSelect.png"));
+    TakePicture("frmChipSelect");
 }
 
 }  // namespace burnwick::test

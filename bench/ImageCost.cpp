@@ -2,6 +2,8 @@
 #include <cstdint>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -14,10 +16,13 @@ namespace bench {
 
 namespace {
 
+using burnwick::modBinFileInfo::DifferingRanges;
+
 constexpr std::size_t Mebibyte = 1024UL * 1024;
 constexpr int Runs = 200;
 constexpr double LongestInformation = 10;  // milliseconds
 constexpr double LongestComparison = 5;
+constexpr double LongestRanges = 100;
 
 // The median processor time of some work, in milliseconds.
 template <typename Work>
@@ -38,6 +43,31 @@ double TimeOfInformation(const std::filesystem::path& image, int kind) {
             throw std::runtime_error("the information on an image is wrong");
         }
     });
+}
+
+// Of a comparison that tells where the images differ, as the window shows it.
+double TimeOfRanges(const std::filesystem::path& image1, const std::filesystem::path& image2,
+                    std::size_t ranges) {
+    return ProcessorTime([&image1, &image2, ranges] {
+        std::int32_t differences = 0;
+        DifferingRanges found;
+        const std::string error = burnwick::modBinFileInfo::CompareImages(image1.string(), image2.string(),
+                                                                          differences, {}, &found);
+        if (!error.empty() || differences == 0 || found.Kept().size() != ranges) {
+            throw std::runtime_error("the places where two images differ are wrong");
+        }
+    });
+}
+
+// Another image of the same type: one byte of every so many differs.
+void WriteOther(const std::filesystem::path& path, const std::filesystem::path& image, std::size_t step) {
+    constexpr std::size_t typeCode = 4;
+    std::ifstream in(image, std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(in), {}};
+    for (std::size_t at = typeCode; at < bytes.size(); at += step) {
+        bytes[at] = static_cast<char>(~bytes[at]);
+    }
+    std::ofstream(path, std::ios::binary) << bytes;
 }
 
 double TimeOfComparison(const std::filesystem::path& image1, const std::filesystem::path& image2) {
@@ -61,11 +91,18 @@ Figures MeasureImageCost(const std::filesystem::path& folder) {
     WriteUnmarkedImage(summed, Mebibyte);
     WriteUnmarkedImage(copy, Mebibyte);
     WriteMarkedImage(sealed, Mebibyte);
+    const auto others = folder / "others.bin";
+    const auto halves = folder / "halves.bin";
+    WriteOther(others, summed, 1);
+    WriteOther(halves, summed, 2);
+    const double ranges =
+        std::max(TimeOfRanges(summed, others, 1), TimeOfRanges(summed, halves, DifferingRanges::MostKept));
     const double information = std::max(TimeOfInformation(summed, 0), TimeOfInformation(sealed, kindWithCrc));
     return {
         AtMost("processor time of info on 1 MiB", information, LongestInformation, {2, " ms"}),
         AtMost("processor time of a comparison of 1 MiB", TimeOfComparison(summed, copy), LongestComparison,
                {2, " ms"}),
+        AtMost("  that finds bytes and tells where", ranges, LongestRanges, {2, " ms"}),
     };
 }
 

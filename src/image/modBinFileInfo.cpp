@@ -1,5 +1,7 @@
 #include "image/modBinFileInfo.h"
 
+#include <utility>
+
 #include "image/ImageComparison.h"
 #include "image/ImageFile.h"
 #include "image/ImageReader.h"
@@ -41,21 +43,26 @@ std::string CheckFileFormat(const std::string& fileName) {
 }
 
 std::string CompareImages(const std::string& fileName1, const std::string& fileName2,
-                          std::int32_t& differences, const YieldFunction& yield) {
+                          std::int32_t& differences, const GoesOnFunction& goesOn, DifferingRanges* ranges) {
     constexpr const char* brokenOff = "it cannot be read to its end";
     differences = 0;
-    ImageFile file1(fileName1, yield);
+    DifferingRanges found;
+    ImageFile file1(fileName1);
     if (!file1.Trouble().empty()) {
         return FileError(fileName1, file1.Trouble());
     }
-    ImageFile file2(fileName2, yield);
+    ImageFile file2(fileName2);
     if (!file2.Trouble().empty()) {
         return FileError(fileName2, file2.Trouble());
     }
-    std::string error = CompareSources(file1.Source(), file2.Source(), differences);
+    std::string error = CompareSources(file1.Source(), file2.Source(), differences,
+                                       ranges != nullptr ? &found : nullptr, goesOn);
     if (file1.Source().HasFailed() || file2.Source().HasFailed()) {
         differences = 0;
         return FileError(file1.Source().HasFailed() ? fileName1 : fileName2, brokenOff);
+    }
+    if (error.empty() && ranges != nullptr) {
+        *ranges = std::move(found);
     }
     return error;
 }

@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+#include "image/DifferingRanges.h"
+
 // Firmware images as files: what they tell of themselves, whether they are images at all, how two of them
 // differ. Paths are UTF-8. No file of any length or content makes a reader fail or read out of bounds.
 namespace burnwick::modBinFileInfo {
@@ -46,11 +48,16 @@ std::string ReadTrouble(const std::string& fileName);
 // Empty for an acceptable image, else "Invalid file format.".
 std::string CheckFileFormat(const std::string& fileName);
 
-// Counts the bytes that differ in the ranges that two images of one type are compared in. Gives an empty text
-// when they could be compared, else "Error: File size mismatched", "Error: File type mismatched" or, for a
-// file that cannot be read, "Error: " and the trouble.
+// The same, which also tells whether the work goes on: false ends it.
+using GoesOnFunction = std::function<bool()>;
+
+// Counts the bytes that differ in the ranges that two images of one type are compared in, and tells in
+// `ranges` where they are. Gives an empty text when they could be compared, else "Error: File size
+// mismatched", "Error: File type mismatched" or, for a file that cannot be read or a comparison that was
+// ended, "Error: " and the trouble; then there are no differences, and `ranges` stays as it was.
 std::string CompareImages(const std::string& fileName1, const std::string& fileName2,
-                          std::int32_t& differences, const YieldFunction& yield = {});
+                          std::int32_t& differences, const GoesOnFunction& goesOn = {},
+                          DifferingRanges* ranges = nullptr);
 
 // True for what CompareImages gives of two files that it has read, and that differ in size or type.
 bool IsMismatch(const std::string& compared);

@@ -7,11 +7,13 @@
 #include "fuzz/SparseImage.h"
 #include "image/ImageComparison.h"
 
-// Two files of any length and content, compared.
+// Two files of any length and content, compared: how many bytes differ, and where.
 
 namespace {
 
 using burnwick::Bytes;
+using burnwick::modBinFileInfo::DifferingRange;
+using burnwick::modBinFileInfo::DifferingRanges;
 using burnwick::modBinFileInfo::ImageSource;
 using burnwick::test::Input;
 using burnwick::test::Require;
@@ -19,8 +21,12 @@ using burnwick::test::Require;
 struct Outcome {
     std::string Error;
     std::int32_t Differences = -1;
+    DifferingRanges Ranges{};
 
-    friend bool operator==(const Outcome&, const Outcome&) = default;
+    // The ranges apart.
+    friend bool operator==(const Outcome& one, const Outcome& other) {
+        return one.Error == other.Error && one.Differences == other.Differences;
+    }
 };
 
 Outcome Compare(const Bytes& image1, const Bytes& image2) {
@@ -29,7 +35,8 @@ Outcome Compare(const Bytes& image1, const Bytes& image2) {
     ImageSource source1(stream1, image1.size());
     ImageSource source2(stream2, image2.size());
     Outcome outcome;
-    outcome.Error = burnwick::modBinFileInfo::CompareSources(source1, source2, outcome.Differences);
+    outcome.Error =
+        burnwick::modBinFileInfo::CompareSources(source1, source2, outcome.Differences, &outcome.Ranges);
     Require(!source1.HasFailed() && !source2.HasFailed(), "all was read");
     return outcome;
 }
@@ -46,19 +53,33 @@ bool CodeHas(std::uint32_t code, std::uint32_t digits, unsigned count) {
 }
 
 // The same, a byte at a time.
-std::int32_t CountSlowly(const Bytes& image1, const Bytes& image2) {
+Outcome CompareSlowly(const Bytes& image1, const Bytes& image2) {
     std::uint32_t code = 0;
     for (std::size_t i = 0; i < 4; ++i) {
         code = code << 8 | (i < image1.size() ? std::to_integer<std::uint32_t>(image1[i]) : 0);
     }
     const bool hasBoot = image1.size() >= 4 && CodeHas(code, 0xBC0DE1, 6);
-    std::int32_t differences = 0;
+    Outcome outcome{"", 0};
     for (std::size_t at = 0; at < image1.size(); ++at) {
         const bool isUnits = hasBoot && at >= 0xFF00 && at <= 0xFFFF;
         const bool isEnd = code == 0xBC0DE128 && at >= 0x10000 && at + 0x10000 >= image1.size();
-        differences += !isUnits && !isEnd && image1[at] != image2[at] ? 1 : 0;
+        if (!isUnits && !isEnd && image1[at] != image2[at]) {
+            ++outcome.Differences;
+            const char byte1 = std::to_integer<char>(image1[at]);
+            const char byte2 = std::to_integer<char>(image2[at]);
+            outcome.Ranges.Take(at, {&byte1, 1}, {&byte2, 1});
+        }
     }
-    return differences;
+    return outcome;
+}
+
+bool IsSame(const DifferingRanges& one, const DifferingRanges& other) {
+    return one.HasMore() == other.HasMore()
+           && std::equal(one.Kept().begin(), one.Kept().end(), other.Kept().begin(), other.Kept().end(),
+                         [](const DifferingRange& a, const DifferingRange& b) {
+                             return a.Offset == b.Offset && a.Length == b.Length && a.Bytes1 == b.Bytes1
+                                    && a.Bytes2 == b.Bytes2;
+                         });
 }
 
 }  // namespace
@@ -81,7 +102,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                            image2.begin())) {
         Require(outcome == Outcome{"Error: File type mismatched", 0}, "types that differ are told");
     } else {
-        Require(outcome == Outcome{"", CountSlowly(image1, image2)}, "every difference is counted once");
+        const Outcome slowly = CompareSlowly(image1, image2);
+        Require(outcome == slowly, "every difference is counted once");
+        Require(IsSame(outcome.Ranges, slowly.Ranges), "every range is told");
     }
     return 0;
 }

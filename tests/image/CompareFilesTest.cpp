@@ -10,6 +10,7 @@
 namespace burnwick::test {
 
 using modBinFileInfo::CompareImages;
+using modBinFileInfo::DifferingRanges;
 
 class FileComparison : public testing::Test {
 protected:
@@ -69,17 +70,47 @@ TEST_F(FileComparison, WithAFolderIsAnErrorThatNamesIt) {
 TEST_F(FileComparison, LetsOthersWorkMeanwhile) {
     const std::string path = Folder.Write("1.bin", SampleImage());
     int yields = 0;
-    CompareImages(path, path, Differences, [&yields] { ++yields; });
+    CompareImages(path, path, Differences, [&yields] { return ++yields > 0; });
     EXPECT_GE(yields, 8);
+}
+
+TEST_F(FileComparison, TellsWhereTheFilesDiffer) {
+    Bytes other = SampleImage();
+    other[0x1234] ^= std::byte{1};
+    DifferingRanges ranges;
+    EXPECT_EQ(CompareImages(Folder.Write("1.bin", SampleImage()), Folder.Write("2.bin", other), Differences,
+                            {}, &ranges),
+              "");
+    ASSERT_EQ(ranges.Kept().size(), 1U);
+    EXPECT_EQ(ranges.Kept().front().Offset, 0x1234U);
+}
+
+TEST_F(FileComparison, ThatIsEndedIsAnErrorWithoutDifferences) {
+    Bytes other = SampleImage();
+    other[4] ^= std::byte{1};
+    int chunks = 0;
+    DifferingRanges ranges;
+    EXPECT_EQ(CompareImages(
+                  Folder.Write("1.bin", SampleImage()), Folder.Write("2.bin", other), Differences,
+                  [&chunks] { return ++chunks < 2; }, &ranges),
+              "Error: The comparison was ended");
+    EXPECT_EQ(chunks, 2);
+    EXPECT_EQ(Differences, 0);
+    EXPECT_THAT(ranges.Kept(), testing::IsEmpty());
 }
 
 TEST_F(FileComparison, OfAFileCutMeanwhileIsAnErrorThatNamesIt) {
     const std::string whole = Folder.Write("whole.bin", SampleImage());
     const std::string cut = Folder.Write("cut.bin", SampleImage());
-    const auto error =
-        CompareImages(whole, cut, Differences, [&cut] { std::filesystem::resize_file(cut, 100); });
+    DifferingRanges ranges;
+    const auto cutIt = [&cut] {
+        std::filesystem::resize_file(cut, 100);
+        return true;
+    };
+    const auto error = CompareImages(whole, cut, Differences, cutIt, &ranges);
     EXPECT_EQ(error, "Error: " + cut + ": it cannot be read to its end");
     EXPECT_EQ(Differences, 0);
+    EXPECT_THAT(ranges.Kept(), testing::IsEmpty());
 }
 
 }  // namespace burnwick::test

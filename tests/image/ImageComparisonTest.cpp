@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "image/MemoryImage.h"
@@ -12,6 +14,8 @@ namespace burnwick::test {
 namespace {
 
 using namespace modBinFileInfo;
+using ::testing::ElementsAre;
+using ::testing::Pair;
 
 constexpr std::size_t MiB = 1'048'576;
 
@@ -40,6 +44,24 @@ std::int32_t Seen(const char* code, std::size_t size, const std::vector<std::siz
     return outcome.Differences;
 }
 
+DifferingRanges Ranges(const Bytes& image1, const Bytes& image2) {
+    MemoryImage memory1(image1);
+    MemoryImage memory2(image2);
+    std::int32_t differences = 0;
+    DifferingRanges ranges;
+    EXPECT_EQ(CompareSources(memory1.Source(), memory2.Source(), differences, &ranges), "");
+    return ranges;
+}
+
+// Offset and length of each.
+std::vector<std::pair<std::uint64_t, std::uint64_t>> Places(const DifferingRanges& ranges) {
+    std::vector<std::pair<std::uint64_t, std::uint64_t>> places;
+    for (const DifferingRange& range : ranges.Kept()) {
+        places.emplace_back(range.Offset, range.Length);
+    }
+    return places;
+}
+
 }  // namespace
 
 TEST(Comparison, OfAnImageWithItselfFindsNothing) {
@@ -56,6 +78,53 @@ TEST(Comparison, CountsAllBytesWhenAllDiffer) {
     const Bytes ones = ImageBuilder(300'000).Fill(1).TypeCode("C0DE0000").Build();
     const Bytes twos = ImageBuilder(300'000).Fill(2).TypeCode("C0DE0000").Build();
     EXPECT_EQ(Compare(ones, twos).Differences, 300'000 - 4);
+}
+
+TEST(Comparison, TellsWhereTheImagesDiffer) {
+    const Bytes image = ImageBuilder(MiB).Fill(0x11).TypeCode("C0DE0149").Build();
+    Bytes other = image;
+    for (const std::size_t place : {0x5000UL, 0x7001UL, 0x7002UL, MiB - 1}) {
+        other.at(place) = std::byte{0xEE};
+    }
+    const DifferingRanges ranges = Ranges(image, other);
+    EXPECT_THAT(Places(ranges), ElementsAre(Pair(0x5000, 1), Pair(0x7001, 2), Pair(MiB - 1, 1)));
+    EXPECT_EQ(ranges.Kept().at(1).Bytes1, "\x11\x11");
+    EXPECT_EQ(ranges.Kept().at(1).Bytes2, "\xEE\xEE");
+    EXPECT_FALSE(ranges.HasMore());
+}
+
+TEST(Comparison, HasOneRangeForBytesThatAreReadInTwoChunks) {
+    const Bytes image = ImageBuilder(MiB).TypeCode("C0DE0149").Build();
+    Bytes other = image;
+    for (const std::size_t place : {0xFFFEUL, 0xFFFFUL, 0x10000UL}) {
+        other.at(place) ^= std::byte{1};
+    }
+    const DifferingRanges ranges = Ranges(image, other);
+    EXPECT_THAT(Places(ranges), ElementsAre(Pair(0xFFFE, 3)));
+    EXPECT_EQ(ranges.Kept().front().Bytes1.size(), 3U);
+}
+
+TEST(Comparison, KeepsAThousandRangesAndTellsThatThereAreMore) {
+    const Bytes image = ImageBuilder(MiB).TypeCode("C0DE0149").Build();
+    Bytes other = image;
+    for (std::size_t place = 4; place < MiB; place += 2) {
+        other.at(place) ^= std::byte{1};
+    }
+    const DifferingRanges ranges = Ranges(image, other);
+    EXPECT_EQ(ranges.Kept().size(), 1000U);
+    EXPECT_EQ(ranges.Kept().back().Offset, 2002U);
+    EXPECT_TRUE(ranges.HasMore());
+    EXPECT_EQ(Compare(image, other).Differences, static_cast<std::int32_t>((MiB - 4) / 2));
+}
+
+TEST(Comparison, GoesOnUntilItIsToldToEnd) {
+    MemoryImage image(AnyBytes(MiB));
+    std::int32_t differences = 0;
+    int chunks = 0;
+    EXPECT_EQ(CompareSources(image.Source(), image.Source(), differences, nullptr,
+                             [&chunks] { return ++chunks < 3; }),
+              "Error: The comparison was ended");
+    EXPECT_EQ(chunks, 3);
 }
 
 TEST(Comparison, OfDifferentLengthsIsAnError) {
@@ -118,6 +187,14 @@ INSTANTIATE_TEST_SUITE_P(Types, ComparisonOfBootCode,
                          testing::Values("BC0DE118", "BC0DE122", "BC0DE123", "BC0DE128", "BC0DE131",
                                          "BC0DE157", "BC0DE1FF"),
                          [](const auto& test) { return std::string(test.param); });
+
+TEST_P(ComparisonOfBootCode, HasNoRangeAcrossTheUnitsOwnBytes) {
+    const Bytes ones = ImageBuilder(0x30000).Fill(1).TypeCode(GetParam()).Build();
+    const Bytes twos = ImageBuilder(0x30000).Fill(2).TypeCode(GetParam()).Build();
+    const bool endIsLeftOut = std::string_view(GetParam()) == "BC0DE128";
+    EXPECT_THAT(Places(Ranges(ones, twos)),
+                ElementsAre(Pair(4, 0xFEFC), Pair(0x10000, endIsLeftOut ? 0x10000 : 0x20000)));
+}
 
 TEST(ComparisonOfBC0DE1, GoesToTheEnd) {
     EXPECT_EQ(Seen("BC0DE122", MiB, {MiB - 0x10001, MiB - 0x10000, MiB - 1}), 3);

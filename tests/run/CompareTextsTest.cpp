@@ -1,0 +1,161 @@
+#include "run/CompareTexts.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cctype>
+
+#include "support/AnyUser.h"
+#include "support/SampleImages.h"
+#include "support/TempFolder.h"
+
+namespace burnwick::test {
+
+namespace fs = std::filesystem;
+
+using modBinFileInfo::DifferingRange;
+using modBinFileInfo::DifferingRanges;
+using ::testing::ElementsAre;
+
+class RefusedComparison : public ::testing::Test {
+protected:
+    static std::optional<CompareRefusal> Refuse(const std::string& file1, const std::string& file2) {
+        return RefuseComparison(file1, file2, [](std::string path) {
+            std::transform(path.begin(), path.end(), path.begin(),
+                           [](unsigned char character) { return std::tolower(character); });
+            return path;
+        });
+    }
+    static void ExpectRefusal(const std::optional<CompareRefusal>& refusal, const std::string& caption,
+                              const std::string& message, int file) {
+        ASSERT_TRUE(refusal);
+        EXPECT_EQ(refusal->Box.Caption, caption);
+        EXPECT_EQ(refusal->Box.Text, message + "\t");
+        EXPECT_EQ(refusal->Status, "Status: " + message);
+        EXPECT_EQ(refusal->File, file);
+    }
+
+    TempFolder Folder;
+    std::string Here = Folder.Write("here.bin", AnyBytes(10));
+    std::string Other = Folder.Write("other.bin", AnyBytes(10));
+};
+
+TEST_F(RefusedComparison, IsNotThatOfTwoFiles) {
+    EXPECT_FALSE(Refuse(Here, Other));
+}
+
+TEST_F(RefusedComparison, LacksFile1) {
+    ExpectRefusal(Refuse("", Other), "File 1", "Select a file for File 1.", 1);
+}
+
+TEST_F(RefusedComparison, LacksFile2) {
+    ExpectRefusal(Refuse(Here, ""), "File 2", "Select a file for File 2.", 2);
+}
+
+TEST_F(RefusedComparison, HasNoFile1) {
+    ExpectRefusal(Refuse(Folder / "gone.bin", Other), "File 1", "File 1 does not exist.", 1);
+}
+
+TEST_F(RefusedComparison, HasNoFile2) {
+    ExpectRefusal(Refuse(Here, Folder / "gone.bin"), "File 2", "File 2 does not exist.", 2);
+}
+
+TEST_F(RefusedComparison, HasOneFileTwice) {
+    ExpectRefusal(Refuse(Here, Here), "Same File Name", "File 1 and File 2 have the same filename.", 0);
+}
+
+TEST_F(RefusedComparison, HasOneFileTwiceInAnotherCase) {
+    const std::string upper = Folder.Write("HERE.BIN", AnyBytes(10));
+    ExpectRefusal(Refuse(Here, upper), "Same File Name", "File 1 and File 2 have the same filename.", 0);
+}
+
+TEST_F(RefusedComparison, LacksAFileBeforeTheOtherIsLookedFor) {
+    ExpectRefusal(Refuse("", ""), "File 1", "Select a file for File 1.", 1);
+    ExpectRefusal(Refuse(Folder / "gone.bin", ""), "File 2", "Select a file for File 2.", 2);
+}
+
+TEST_F(RefusedComparison, HasNoFileBeforeItsNameIsCompared) {
+    ExpectRefusal(Refuse(Folder / "gone.bin", Folder / "gone.bin"), "File 1", "File 1 does not exist.", 1);
+}
+
+TEST_F(RefusedComparison, TakesNoFolderForAFile) {
+    ExpectRefusal(Refuse(Folder.Path().string(), Other), "File 1", "File 1 does not exist.", 1);
+    ExpectRefusal(Refuse(Here, Folder.Path().string()), "File 2", "File 2 does not exist.", 2);
+}
+
+TEST_F(RefusedComparison, FindsNoFileOfAnImpossibleName) {
+    ExpectRefusal(Refuse(std::string(4000, 'x'), Other), "File 1", "File 1 does not exist.", 1);
+    ExpectRefusal(Refuse(Here, Here + "/under"), "File 2", "File 2 does not exist.", 2);
+    ExpectRefusal(Refuse("\xFF\n<b>&", Other), "File 1", "File 1 does not exist.", 1);
+}
+
+TEST_F(RefusedComparison, FindsAFileThatMayOnlyBeRead) {
+    fs::permissions(Here, fs::perms::owner_read);
+    EXPECT_FALSE(Refuse(Here, Other));
+    EXPECT_FALSE(Refuse(Here, Folder.Write(".hidden.bin", AnyBytes(10))));
+}
+
+TEST_F(RefusedComparison, LeavesAFileThatCannotBeLookedAtToTheComparison) {
+    const auto shut = Folder.Path() / "shut";
+    fs::create_directory(shut);
+    const std::string inside = Folder.Write("shut/inside.bin", AnyBytes(10));
+    fs::permissions(shut, fs::perms::none);
+    {
+        const AnyUser user;
+        EXPECT_FALSE(Refuse(inside, Other)) << "why it cannot be read is told by the status";
+    }
+    fs::permissions(shut, fs::perms::owner_all);
+}
+
+TEST(CompareStatus, TellsIdenticalFiles) {
+    EXPECT_EQ(CompareStatus("", 0), "Status: File 1 and File 2 are identical.");
+}
+
+TEST(CompareStatus, TellsOneByteInTheSingular) {
+    EXPECT_EQ(CompareStatus("", 1), "Status: 1 byte is different.");
+}
+
+TEST(CompareStatus, TellsManyBytesWithoutSeparators) {
+    EXPECT_EQ(CompareStatus("", 1234), "Status: 1234 bytes are different.");
+}
+
+TEST(CompareStatus, EndsAnErrorWithAPeriod) {
+    EXPECT_EQ(CompareStatus("Error: File size mismatched", 0), "Status: Error: File size mismatched.");
+}
+
+TEST(RangeTexts, TellWhereHowManyAndWhich) {
+    EXPECT_THAT(RangeTexts({0xFEFF, 3, {"\x00\x0A\xFF", 3}, "abc"}),
+                ElementsAre("0000FEFF", "3", "00 0A FF", "61 62 63"));
+    EXPECT_THAT(RangeTexts({0x7FFFFFFE, 1, "\x80", "\x7F"}), ElementsAre("7FFFFFFE", "1", "80", "7F"));
+}
+
+TEST(RangeTexts, TellThatTheyDoNotShowAllBytes) {
+    EXPECT_EQ(RangeTexts({0, 16, std::string(16, 'a'), std::string(16, 'b')})[2],
+              "61 61 61 61 61 61 61 61 61 61 61 61 61 61 61 61");
+    EXPECT_EQ(RangeTexts({0, 1234, std::string(16, 'a'), std::string(16, 'b')})[3],
+              "62 62 62 62 62 62 62 62 62 62 62 62 62 62 62 62 \u2026");
+}
+
+TEST(RangeTexts, StandInTabbedLines) {
+    EXPECT_EQ(TabbedLine(RangeHeadings()), "Offset\tLength\tFile 1\tFile 2\n");
+    EXPECT_EQ(TabbedLine({"0000FEFF", "3", "00 0A FF", "61 62 63"}), "0000FEFF\t3\t00 0A FF\t61 62 63\n");
+}
+
+TEST(RangesCaption, CountsTheRanges) {
+    DifferingRanges ranges;
+    EXPECT_EQ(RangesCaption(ranges), "");
+    ranges.Take(0, "a", "b");
+    EXPECT_EQ(RangesCaption(ranges), "1 range.");
+    ranges.Take(2, "a", "b");
+    EXPECT_EQ(RangesCaption(ranges), "2 ranges.");
+}
+
+TEST(RangesCaption, TellsThatThereAreMore) {
+    DifferingRanges ranges;
+    for (std::uint64_t i = 0; i <= DifferingRanges::MostKept; ++i) {
+        ranges.Take(2 * i, "a", "b");
+    }
+    EXPECT_EQ(RangesCaption(ranges), "The first 1000 ranges. There are more.");
+}
+
+}  // namespace burnwick::test

@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QScreen>
+#include <QTextDocument>
 #include <QWidget>
 
 namespace burnwick {
@@ -36,6 +37,10 @@ void ShowText(QLabel& label, const std::string& text) {
 void ShowProgramIcon(QLabel& label) {
     constexpr int size = 64;
     label.setPixmap(QApplication::windowIcon().pixmap(QSize(size, size), label.devicePixelRatio()));
+}
+
+QString PlainToolTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 QRect ScreenOf(const QWidget& form) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <string>
 
 class QLabel;
@@ -17,6 +18,10 @@ void ShowText(QLabel& label, const std::string& text);
 
 // The program's icon, in the size for a box that tells of the program.
 void ShowProgramIcon(QLabel& label);
+
+// The text of a tool tip that shows all of it as it is: a path, or what an adapter calls itself, may hold
+// anything, mark-up too.
+QString PlainToolTip(const QString& text);
 
 // The screen on which a form opens, its parent's, without what panels cover.
 QRect ScreenOf(const QWidget& form);

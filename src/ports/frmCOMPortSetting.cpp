@@ -2,7 +2,6 @@
 
 #include <QShowEvent>
 #include <QSignalBlocker>
-#include <QTextDocument>
 #include <algorithm>
 #include <utility>
 
@@ -18,12 +17,6 @@ namespace {
 
 constexpr int TwipsPerInch = 1440;
 constexpr int TwipsBelowMainWindow = 1000;
-
-// An adapter may call itself anything, mark-up too.
-QString PlainToolTip(const std::string& text) {
-    const QString shown = QString::fromStdString(text);
-    return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
-}
 
 }  // namespace
 
@@ -87,11 +80,11 @@ void frmCOMPortSetting::FindCOMPorts() {
         if (list.itemText(index) != text) {
             list.insertItem(index, text);
         }
-        list.setItemData(index, PlainToolTip(entry.ToolTip), Qt::ToolTipRole);
+        list.setItemData(index, PlainToolTip(QString::fromStdString(entry.ToolTip)), Qt::ToolTipRole);
     }
     Ui_->Frame1->setTitle(QString::fromStdString(PortsCaption(list.count())));
     if (isFirst) {
-        list.setToolTip(PlainToolTip(found.ToolTip));
+        list.setToolTip(PlainToolTip(QString::fromStdString(found.ToolTip)));
         list.setCurrentIndex(static_cast<int>(found.Selected));
         cboPort_Click();
     }

@@ -1,8 +1,10 @@
-#include "app/ElidedLabel.h"
+#include "forms/ElidedLabel.h"
 
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
+
+#include "forms/FormParts.h"
 
 namespace burnwick {
 
@@ -17,7 +19,7 @@ QSize ElidedLabel::sizeHint() const {
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
-        setToolTip(Shown() == text() ? QString() : text());
+        setToolTip(Shown() == text() ? QString() : PlainToolTip(text()));
     }
     return QLabel::event(event);
 }

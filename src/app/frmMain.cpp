@@ -112,6 +112,7 @@ void frmMain::ConnectCommands() {
     onClick(Ui_->cmdQuit, &frmMain::cmdQuit_Click);
     onCommand(Ui_->mnuFileDownload, &frmMain::cmdDownload_Click);
     onCommand(Ui_->mnuFileUpload, &frmMain::cmdUpload_Click);
+    onCommand(Ui_->mnuFileCompareFiles, &frmMain::mnuFileCompareFiles_Click);
     onCommand(Ui_->mnuFileCopy, &frmMain::mnuFileCopy_Click);
     onCommand(Ui_->mnuFileCopyToFolder, &frmMain::mnuFileCopyToFolder_Click);
     onCommand(Ui_->mnuFileExit, &frmMain::cmdQuit_Click);

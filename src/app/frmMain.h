@@ -69,6 +69,7 @@ private:
     void mnuFileMRF_Click(int index);
 
     // frmMainDialogs.cpp: the commands that only open other dialogs.
+    void mnuFileCompareFiles_Click();
     void mnuToolCOMPortSetting_Click();
     void mnuToolOptions_Click();
     void mnuHelpAbout_Click();

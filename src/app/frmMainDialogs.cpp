@@ -6,6 +6,7 @@
 #include "settings/frmOptions.h"
 #include "tools/frmAbout.h"
 #include "tools/frmAboutOEM.h"
+#include "tools/frmFileCompare.h"
 #include "ui_frmMain.h"
 
 namespace burnwick {
@@ -25,6 +26,10 @@ void frmMain::mnuToolCOMPortSetting_Click() {
              }},
         this)
         .exec();
+}
+
+void frmMain::mnuFileCompareFiles_Click() {
+    frmFileCompare({.Setting = Services_.Setting, .Beep = Services_.Beep}, this).exec();
 }
 
 void frmMain::mnuToolOptions_Click() {

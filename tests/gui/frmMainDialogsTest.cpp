@@ -1,6 +1,7 @@
 // The commands that only open other dialogs, as the main window opens them.
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -16,6 +17,20 @@ using ::testing::ElementsAre;
 }  // namespace
 
 class frmMainDialogs : public WindowTest {};
+
+TEST_F(frmMainDialogs, AComparisonTellsOfTwoImages) {
+    Start();
+    User.Next([this](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>("txtFile1")->setText(QString::fromStdString(Image("one.bin")));
+        dialog.findChild<QLineEdit*>("txtFile2")->setText(QString::fromStdString(Image("two.bin")));
+        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdCompare"), Qt::LeftButton);
+        EXPECT_EQ(dialog.findChild<QLabel*>("lblStatus")->text(), "Status: File 1 and File 2 are identical.");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    Trigger("mnuFileCompareFiles");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("File Compare"));
+    EXPECT_EQ(Beeps, 1);
+}
 
 TEST_F(frmMainDialogs, OptionsAreStoredAndReachTheDesktop) {
     Start();

@@ -53,10 +53,11 @@ step "Fuzz targets"
 tests/fuzz/run.sh 3 build/fuzz
 
 build release Burnwick burnwick-cli burnwick-unit burnwick-sample
-step "The commands that README shows, the man page and the completion"
+step "The commands that README shows, the man pages, the completion and the manual"
 tests/readme.sh
 quietly tests/manpage.sh build/release/bin/burnwick-cli
 quietly tests/completion.sh
+quietly tests/manual.sh
 step "Package"
 tests/package.sh
 

@@ -45,6 +45,10 @@ The line cannot be set to "
 The port is already open
 The port is not open
 Error: The comparison was ended
+Select File 1
+Select File 2
+Binary File (*.Bin)
+Select All
 %.1f KB/s, %ld:%02ld left
 END
 )

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/BoxText.h"
+
+// What the viewer of the activity log shows and says (UTF-8).
+namespace burnwick {
+
+// What stands in place of a log that is empty or is not there.
+inline constexpr std::string_view EmptyLogText = "The Activity log is empty.";
+
+// A log's size in KB, rounded up. A size without a remainder is told as 0, on purpose.
+std::uintmax_t LogSizeInKB(std::uintmax_t bytes);
+
+// A log as the viewer shows it: its lines, then the closing lines with its size, each ended by CR LF. CR LF,
+// LF and CR end a line of the log. A line that is not valid UTF-8 is read as Windows-1252. Control characters
+// become blanks.
+std::string LogText(std::string_view content);
+
+// A search that has found nothing. Only the beginning of a very long text is told.
+BoxText NotFoundBox(std::string_view searchText);
+
+BoxText ClearLogQuestion();
+
+}  // namespace burnwick

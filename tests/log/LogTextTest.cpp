@@ -1,0 +1,98 @@
+#include "log/LogText.h"
+
+#include <gtest/gtest.h>
+
+namespace burnwick::test {
+
+using namespace std::string_literals;
+
+// The lines of the log alone, without those that close it.
+std::string Lines(std::string_view content) {
+    const std::string text = LogText(content);
+    return text.substr(0, text.rfind("=======================End of Log"));
+}
+
+// The last line.
+std::string SizeLine(std::size_t bytes) {
+    const std::string text = LogText(std::string(bytes, 'x'));
+    return text.substr(text.rfind("Log file size: "));
+}
+
+TEST(LogText, EndsWithTheClosingLines) {
+    EXPECT_EQ(LogText("a\r\nb\r\n"),
+              "a\r\nb\r\n=======================End of Log======================\r\nLog file size: 1KB.\r\n");
+}
+
+TEST(LogText, TellsASizeOf0ForExactly2048Bytes) {
+    EXPECT_EQ(SizeLine(2048), "Log file size: 0KB.\r\n");
+}
+
+TEST(LogText, TellsASizeOf3For2049Bytes) {
+    EXPECT_EQ(SizeLine(2049), "Log file size: 3KB.\r\n");
+}
+
+TEST(LogText, RoundsEverySizeUpThatIsNoMultipleOf1024) {
+    EXPECT_EQ(LogSizeInKB(0), 0U);
+    EXPECT_EQ(LogSizeInKB(1), 1U);
+    EXPECT_EQ(LogSizeInKB(1023), 1U);
+    EXPECT_EQ(LogSizeInKB(1024), 0U);
+    EXPECT_EQ(LogSizeInKB(1025), 2U);
+    EXPECT_EQ(LogSizeInKB(16'385), 17U);
+}
+
+TEST(LogText, WritesASizeWithoutThousandsSeparator) {
+    EXPECT_EQ(SizeLine(1024 * 1024 + 1), "Log file size: 1025KB.\r\n");
+}
+
+TEST(LogText, EndsEveryLineWithCRLF) {
+    EXPECT_EQ(Lines("a\r\nb\nc\rd"), "a\r\nb\r\nc\r\nd\r\n");
+    EXPECT_EQ(Lines("\r\n\n\r \n"), "\r\n\r\n\r\n \r\n");
+}
+
+TEST(LogText, KeepsTextOfEveryLanguage) {
+    EXPECT_EQ(Lines("\u00E4 \u65E5\u672C \U0001F525\r\n"), "\u00E4 \u65E5\u672C \U0001F525\r\n");
+}
+
+TEST(LogText, ReadsALineThatIsNotUtf8AsAnOlderLogsCodePage) {
+    EXPECT_EQ(Lines("C:\\Ger\xE4t\\\x80.bin\r\n\u00E4\r\n"), "C:\\Ger\u00E4t\\\u20AC.bin\r\n\u00E4\r\n");
+}
+
+TEST(LogText, TakesNoBrokenCharacterForUtf8) {
+    EXPECT_EQ(Lines("\xC3\r\n"), "\u00C3\r\n");
+    EXPECT_EQ(Lines("\xC0\xA0\n"), "\u00C0\u00A0\r\n");
+    EXPECT_EQ(Lines("\xED\xA0\xB0\n"), "\u00ED\u00A0\u00B0\r\n");
+    EXPECT_EQ(Lines("\xE2\x82 \n"), "\u00E2\u201A \r\n");
+    EXPECT_EQ(Lines("\xF5\xBF\xBF\xBF\n"), "\u00F5\u00BF\u00BF\u00BF\r\n");
+}
+
+TEST(LogText, ShowsControlCharactersAsBlanks) {
+    EXPECT_EQ(Lines("a\0b\x1B[31m\tc\x7F\r\n"s), "a b [31m c \r\n");
+    EXPECT_EQ(Lines("\xC2\x85|\x81|\xE4\r\n"), "\u00C2\u2026| |\u00E4\r\n");
+}
+
+TEST(LogText, KeepsLinesOfAnyLength) {
+    const std::string line(3'000'000, 'y');
+    EXPECT_TRUE(Lines(line) == line + "\r\n");
+}
+
+TEST(NotFoundBox, TellsWhatWasLookedFor) {
+    const auto box = NotFoundBox("Flash & <b>");
+    EXPECT_EQ(box.Caption, "Not Found");
+    EXPECT_EQ(box.Text, "Cannot find \"Flash & <b>\".");
+}
+
+TEST(NotFoundBox, TellsTheBeginningOfALongText) {
+    std::string text;
+    for (int times = 0; times < 201; ++times) {
+        text += "\u65E5";
+    }
+    EXPECT_EQ(NotFoundBox(text).Text, "Cannot find \"" + text.substr(0, 198) + "\u2026\".");
+}
+
+TEST(ClearLogQuestion, AsksWhetherTheUserIsSure) {
+    const auto box = ClearLogQuestion();
+    EXPECT_EQ(box.Caption, "Clear Activity Log");
+    EXPECT_EQ(box.Text, "Are you sure you want to clear the activity log?");
+}
+
+}  // namespace burnwick::test

@@ -14,7 +14,7 @@ breach() {
     fi
 }
 # Forms and controls live beside the core that they show, and are no part of it.
-forms=(--exclude='frm*' --exclude='PercentBar.*')
+forms=(--exclude='frm*' --exclude='PercentBar.*' --exclude='LogBox.*')
 
 core=(src/engine src/image src/log src/settings src/ports src/run)
 system='#include <(sys/|linux/|unistd|fcntl|poll|termios|signal\.h|windows)'

@@ -18,9 +18,9 @@ namespace {
 
 constexpr int Columns = 84;
 constexpr int Lines = 28;
-constexpr qsizetype LongestLine = 10'000;     // characters; laying out a line takes time that grows with it
-constexpr qsizetype FirstPiece = 256 * 1024;  // characters
-constexpr qsizetype Piece = 32 * 1024;
+constexpr qsizetype LongestLine = 10'000;  // characters; laying out a line takes time that grows with it
+constexpr qsizetype FirstPiece = 250'000;
+constexpr qsizetype Piece = 30'000;
 constexpr qint64 LongestFilling = 15;  // milliseconds at a time
 
 }  // namespace

@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t LargestShown = 100 * 1024 * 1024;  // bytes; the viewer needs about ten times as much
+constexpr std::uintmax_t LargestShown = 100'000'000;  // bytes; the viewer needs about ten times as much
 constexpr std::chrono::milliseconds LongestWait{500};
 
 fs::path LogIn(const fs::path& folder) {

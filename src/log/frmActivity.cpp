@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QHideEvent>
 #include <QKeyEvent>
+#include <QRect>
 #include <QShowEvent>
 #include <span>
 #include <string>
@@ -18,8 +19,9 @@ namespace burnwick {
 
 namespace {
 
-constexpr std::size_t SliceLength = 64 * 1024;  // characters
-constexpr qint64 LongestSlice = 15;             // milliseconds
+constexpr std::size_t SliceLength = 65'536;  // characters
+constexpr qint64 LongestSlice = 15;          // milliseconds
+constexpr double MostOfScreen = 0.9;
 
 QString Shown(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
@@ -53,6 +55,8 @@ frmActivity::frmActivity(std::filesystem::path programFolder, QWidget* parent)
         Ui_->cmdClear->setEnabled(log.MayBeCleared);
     }
     Ui_->txtLog->setFocus();
+    // As large as it would like, where a new window is given two thirds of a small screen at most.
+    resize(sizeHint().boundedTo(ScreenOf(*this).size() * MostOfScreen));
     connect(&Slices_, &QTimer::timeout, this, &frmActivity::SearchOn);
     connect(Ui_->cmdFind, &QPushButton::clicked, this, &frmActivity::cmdFind_Click);
     connect(Ui_->cmdFindNext, &QPushButton::clicked, this, &frmActivity::cmdFindNext_Click);

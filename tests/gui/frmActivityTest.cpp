@@ -217,7 +217,7 @@ TEST_F(frmActivityTest, HasRoomFor80ColumnsAndCanBeResized) {
     const int column = Log().fontMetrics().horizontalAdvance('M');
     EXPECT_EQ(Log().fontMetrics().horizontalAdvance('i'), column);
     const int most = Form().screen()->availableGeometry().width();
-    EXPECT_GE(Log().viewport()->width(), std::min(80 * column, most * 2 / 3 - 40));
+    EXPECT_GE(Log().viewport()->width(), std::min(80 * column, most * 8 / 10));
     const int before = Log().width();
     Form().resize(Form().width() + 50, Form().height() + 50);
     EXPECT_TRUE(QTest::qWaitFor([this, before] { return Log().width() == before + 50; }));

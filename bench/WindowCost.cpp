@@ -13,6 +13,7 @@
 
 #include "bench/ChildProcess.h"
 #include "bench/LinkRun.h"
+#include "bench/LogCost.h"
 #include "bench/Measurements.h"
 #include "bench/OneCore.h"
 #include "bench/Peer.h"
@@ -119,6 +120,8 @@ Figures MeasureRuns(const fs::path& folder) {
     const auto repaints = MeasureRepaints(folder, image);
     figures.insert(figures.end(), repaints.begin(), repaints.end());
     figures.push_back(MeasureWaiting(folder, image));
+    const auto log = MeasureLogCost(folder);
+    figures.insert(figures.end(), log.begin(), log.end());
     return figures;
 }
 

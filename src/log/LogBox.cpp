@@ -21,7 +21,7 @@ constexpr int Lines = 28;
 constexpr qsizetype LongestLine = 10'000;  // characters; laying out a line takes time that grows with it
 constexpr qsizetype FirstPiece = 250'000;
 constexpr qsizetype Piece = 30'000;
-constexpr qint64 LongestFilling = 15;  // milliseconds at a time
+constexpr qint64 LongestFilling = 10;  // milliseconds at a time
 
 }  // namespace
 

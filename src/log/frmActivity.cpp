@@ -20,7 +20,7 @@ namespace burnwick {
 namespace {
 
 constexpr std::size_t SliceLength = 65'536;  // characters
-constexpr qint64 LongestSlice = 15;          // milliseconds
+constexpr qint64 LongestSlice = 10;          // milliseconds
 constexpr double MostOfScreen = 0.9;
 
 QString Shown(std::string_view utf8) {

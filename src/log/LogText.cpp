@@ -140,7 +140,7 @@ std::string LogText(std::string_view content) {
 }
 
 BoxText NotFoundBox(std::string_view searchText) {
-    constexpr std::size_t longest = 200;  // bytes, which fit the screen
+    constexpr std::size_t longest = 100;  // bytes, which fit the screen
     std::string told(searchText);
     if (told.size() > longest) {
         std::size_t end = 0;

@@ -12,7 +12,6 @@
 namespace burnwick::test {
 
 namespace fs = std::filesystem;
-using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 

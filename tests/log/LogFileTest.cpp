@@ -65,7 +65,7 @@ TEST_F(LogFileTest, TellsOfAnUnusablePath) {
 
 TEST_F(LogFileTest, MayBeClearedWhenItIsTooLargeToBeShown) {
     Put(Live, "");
-    fs::resize_file(Live, 101 * 1024 * 1024);
+    fs::resize_file(Live, 100'000'001);
     EXPECT_THAT(Read().Trouble, HasSubstr("too large"));
     EXPECT_EQ(Read().Content, "");
     EXPECT_TRUE(Read().MayBeCleared);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace burnwick::test {
 
 using namespace std::string_literals;
@@ -70,6 +72,18 @@ TEST(LogText, ShowsControlCharactersAsBlanks) {
     EXPECT_EQ(Lines("\xC2\x85|\x81|\xE4\r\n"), "\u00C2\u2026| |\u00E4\r\n");
 }
 
+TEST(LogText, MakesLinesOfWhateverStandsInAFile) {
+    std::mt19937 random(1);
+    for (int round = 0; round < 2000; ++round) {
+        std::string content(random() % 60, ' ');
+        for (char& byte : content) {
+            byte = static_cast<char>(random() % 4 == 0 ? random() % 256 : 0xE0 + random() % 32);
+        }
+        const std::string lines = Lines(content);
+        ASSERT_EQ(Lines(lines), lines) << "valid UTF-8 without control characters stays as it is";
+    }
+}
+
 TEST(LogText, KeepsLinesOfAnyLength) {
     const std::string line(3'000'000, 'y');
     EXPECT_TRUE(Lines(line) == line + "\r\n");
@@ -83,10 +97,10 @@ TEST(NotFoundBox, TellsWhatWasLookedFor) {
 
 TEST(NotFoundBox, TellsTheBeginningOfALongText) {
     std::string text;
-    for (int times = 0; times < 201; ++times) {
+    for (int times = 0; times < 101; ++times) {
         text += "\u65E5";
     }
-    EXPECT_EQ(NotFoundBox(text).Text, "Cannot find \"" + text.substr(0, 198) + "\u2026\".");
+    EXPECT_EQ(NotFoundBox(text).Text, "Cannot find \"" + text.substr(0, 99) + "\u2026\".");
 }
 
 TEST(ClearLogQuestion, AsksWhetherTheUserIsSure) {

@@ -117,6 +117,7 @@ void frmMain::ConnectCommands() {
     onCommand(Ui_->mnuFileCopyToFolder, &frmMain::mnuFileCopyToFolder_Click);
     onCommand(Ui_->mnuFileExit, &frmMain::cmdQuit_Click);
     onCommand(Ui_->mnuToolCOMPortSetting, &frmMain::mnuToolCOMPortSetting_Click);
+    onCommand(Ui_->mnuToolViewLog, &frmMain::mnuToolViewLog_Click);
     onCommand(Ui_->mnuToolOptions, &frmMain::mnuToolOptions_Click);
     onCommand(Ui_->mnuHelpAbout, &frmMain::mnuHelpAbout_Click);
     for (const int index : {1, 2, 3, 4}) {

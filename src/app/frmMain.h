@@ -71,6 +71,7 @@ private:
     // frmMainDialogs.cpp: the commands that only open other dialogs.
     void mnuFileCompareFiles_Click();
     void mnuToolCOMPortSetting_Click();
+    void mnuToolViewLog_Click();
     void mnuToolOptions_Click();
     void mnuHelpAbout_Click();
 

@@ -1,6 +1,7 @@
 // The commands that only open other dialogs.
 #include "app/frmMain.h"
 #include "log/ActivityLog.h"
+#include "log/frmActivity.h"
 #include "platform/Utf8Path.h"
 #include "ports/frmCOMPortSetting.h"
 #include "settings/frmOptions.h"
@@ -30,6 +31,10 @@ void frmMain::mnuToolCOMPortSetting_Click() {
 
 void frmMain::mnuFileCompareFiles_Click() {
     frmFileCompare({.Setting = Services_.Setting, .Beep = Services_.Beep}, this).exec();
+}
+
+void frmMain::mnuToolViewLog_Click() {
+    frmActivity(Services_.ProgramFolder, this).exec();
 }
 
 void frmMain::mnuToolOptions_Click() {

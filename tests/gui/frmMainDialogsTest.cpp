@@ -2,6 +2,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -13,6 +14,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 }  // namespace
 
@@ -30,6 +32,28 @@ TEST_F(frmMainDialogs, AComparisonTellsOfTwoImages) {
     Trigger("mnuFileCompareFiles");
     EXPECT_THAT(User.Dialogs(), ElementsAre("File Compare"));
     EXPECT_EQ(Beeps, 1);
+}
+
+TEST_F(frmMainDialogs, TheLogTellsOfTheLastRun) {
+    ConnectUnitOfSize(262'144);
+    Start();
+    Download(Image());
+    User.Next([this](QDialog& dialog) {
+        const QString shown = dialog.findChild<QPlainTextEdit*>("txtLog")->toPlainText();
+        EXPECT_THAT(shown.toStdString(), HasSubstr(Image() + "\nFlashed: "));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    Trigger("mnuToolViewLog");
+    EXPECT_THAT(User.Dialogs(), Contains("Activity Log"));
+}
+
+TEST_F(frmMainDialogs, TheLogIsEmptyBeforeTheFirstRun) {
+    Start();
+    User.Next([](QDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("txtLog")->toPlainText(), "The Activity log is empty.");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    Trigger("mnuToolViewLog");
 }
 
 TEST_F(frmMainDialogs, OptionsAreStoredAndReachTheDesktop) {

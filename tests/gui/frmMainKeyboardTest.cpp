@@ -82,18 +82,17 @@ TEST_F(frmMainKeyboard, CancelsARun) {
 
 TEST_F(frmMainKeyboard, OpensEveryDialogOfTheMenus) {
     Open();
-    const std::vector<std::pair<Qt::Key, int>> commands{{Qt::Key_F, Qt::Key_D},
-                                                        {Qt::Key_F, Qt::Key_M},
-                                                        {Qt::Key_T, Qt::Key_P},
-                                                        {Qt::Key_T, Qt::Key_O},
-                                                        {Qt::Key_H, Qt::Key_A}};
+    const std::vector<std::pair<Qt::Key, int>> commands{
+        {Qt::Key_F, Qt::Key_D}, {Qt::Key_F, Qt::Key_M}, {Qt::Key_T, Qt::Key_P},
+        {Qt::Key_T, Qt::Key_L}, {Qt::Key_T, Qt::Key_O}, {Qt::Key_H, Qt::Key_A},
+    };
     for (const auto& [menu, command] : commands) {
         User.Escape();
         Command(menu, command);
         EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     }
     EXPECT_THAT(User.Dialogs(), ElementsAre("Open Burnwick File", "File Compare", "COM Port Settings",
-                                            "Options", "About Burnwick"));
+                                            "Activity Log", "Options", "About Burnwick"));
 }
 
 TEST_F(frmMainKeyboard, ProgramsARecentFile) {

@@ -9,11 +9,13 @@
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
+#include <fstream>
 #include <system_error>
 #include <thread>
 #include <vector>
 
 #include "engine/FlashMessages.h"
+#include "platform/MSComm.h"
 
 namespace bench {
 
@@ -106,6 +108,14 @@ SilentLine::SilentLine()
     cfmakeraw(&settings);
     cfsetspeed(&settings, B9600);
     tcsetattr(Host_.Get(), TCSANOW, &settings);
+}
+
+void LeadAllPortsTo(const SilentLine& line, const std::filesystem::path& folder) {
+    std::ofstream file(folder / "Burnwick.ini", std::ios::trunc);
+    file << "[Ports]\n";
+    for (int port = burnwick::MSComm::FirstPort; port <= burnwick::MSComm::LastPort; ++port) {
+        file << "COM" << port << '=' << line.Device() << '\n';
+    }
 }
 
 Peer::Peer() : Process_([this] { return Answerer(Line_.FarEnd()).Run(); }) {}

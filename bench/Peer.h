@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "bench/ChildProcess.h"
@@ -21,6 +22,9 @@ private:
     std::string Device_;
     burnwick::UniqueFd Host_;  // kept open: the far end of a line that nobody has open reports errors
 };
+
+// Settings in this folder that say nothing but that every port is this line.
+void LeadAllPortsTo(const SilentLine& line, const std::filesystem::path& folder);
 
 // The least that a link can be tried against: a process that acknowledges whatever comes as soon as it is
 // whole, and does nothing else, so that what is measured is the host.

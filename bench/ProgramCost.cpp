@@ -21,7 +21,8 @@ using namespace std::chrono_literals;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int Starts = 30;
-constexpr double LongestStart = 20;     // milliseconds
+constexpr double LongestStart = 20;  // milliseconds
+constexpr double LongestPortSearch = 200;
 constexpr double LargestMemory = 16;    // MiB
 constexpr double MostWhileWaiting = 1;  // % of a core
 constexpr double MostWhilePaced = 5;
@@ -81,6 +82,18 @@ Figures MeasureStart(const std::filesystem::path& folder) {
             Told("  its processor time", Median(processors), {1, " ms"})};
 }
 
+// Every port opens.
+Figure MeasurePorts(const std::filesystem::path& folder) {
+    const SilentLine line;
+    LeadAllPortsTo(line, folder);
+    std::vector<double> walls;
+    for (int i = 0; i < Starts; ++i) {
+        walls.push_back(Milliseconds(CliRun(folder, {"ports"}).Wait(ExitDone).Wall).count());
+    }
+    std::filesystem::remove(folder / "Burnwick.ini");
+    return AtMost("sixteen ports tried", Median(walls), LongestPortSearch, {1, " ms"});
+}
+
 Usage Download(const std::filesystem::path& folder, const std::filesystem::path& image,
                const std::vector<std::string>& unitArguments) {
     const UnitProcess unit(unitArguments);
@@ -120,6 +133,7 @@ Figure MeasurePaced(const std::filesystem::path& folder) {
 
 Figures MeasureProgramCost(const std::filesystem::path& folder) {
     auto figures = MeasureStart(folder);
+    figures.push_back(MeasurePorts(folder));
     figures.push_back(MeasureMemory(folder));
     figures.push_back(MeasureWaiting(folder));
     figures.push_back(MeasurePaced(folder));

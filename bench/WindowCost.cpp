@@ -5,7 +5,6 @@
 #include <array>
 #include <chrono>
 #include <ctime>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -19,7 +18,6 @@
 #include "bench/Peer.h"
 #include "bench/TestImage.h"
 #include "bench/WindowRun.h"
-#include "platform/MSComm.h"
 
 namespace bench {
 
@@ -147,22 +145,13 @@ private:
     Seconds Ready_{};
 };
 
-// Settings that say nothing but what leads every port to the same device.
-void WriteEmptySettings(const fs::path& home, const std::string& device) {
-    std::ofstream file(home / "Burnwick.ini", std::ios::trunc);
-    file << "[Ports]\n";
-    for (int port = burnwick::MSComm::FirstPort; port <= burnwick::MSComm::LastPort; ++port) {
-        file << "COM" << port << '=' << device << '\n';
-    }
-}
-
 // Every port is in use, and so each is tried.
 Figure MeasureStart(const fs::path& home) {
     const SilentLine line;
     flock(line.HostEnd(), LOCK_EX);
     std::vector<double> times;
     for (int start = 0; start <= Starts; ++start) {
-        WriteEmptySettings(home, line.Device());
+        LeadAllPortsTo(line, home);
         times.push_back(Milliseconds(RunningWindow().Ready()).count());
     }
     times.erase(times.begin());  // that one has brought the files into memory

@@ -43,7 +43,9 @@ void LowerCase(std::span<char16_t> text) {
 }  // namespace
 
 frmActivity::frmActivity(std::filesystem::path programFolder, QWidget* parent)
-    : QDialog(parent), ProgramFolder_(std::move(programFolder)), Ui_(std::make_unique<Ui::frmActivity>()) {
+    : PlacedDialog(parent),
+      ProgramFolder_(std::move(programFolder)),
+      Ui_(std::make_unique<Ui::frmActivity>()) {
     Ui_->setupUi(this);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     NameControls(*this);
@@ -68,10 +70,9 @@ frmActivity::~frmActivity() = default;
 
 void frmActivity::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
-        CenterOnScreen(*this);
         Ui_->txtLog->moveCursor(QTextCursor::End);
     }
-    QDialog::showEvent(event);
+    PlacedDialog::showEvent(event);
 }
 
 // Whoever closes the viewer waits for no result.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QString>
 #include <QTimer>
 #include <cstddef>
@@ -10,6 +9,7 @@
 #include <string_view>
 
 #include "forms/Hourglass.h"
+#include "forms/PlacedDialog.h"
 #include "log/LogSearch.h"
 #include "log/frmActivityFind.h"
 
@@ -20,7 +20,7 @@ class frmActivity;
 }
 
 // Shows the activity log as it is when the viewer is made, searches in it and clears it.
-class frmActivity final : public QDialog {
+class frmActivity final : public PlacedDialog {
     Q_OBJECT
 
 public:

@@ -1,6 +1,5 @@
 #include "log/frmActivityFind.h"
 
-#include <QShowEvent>
 #include <algorithm>
 
 #include "forms/FormParts.h"
@@ -25,7 +24,7 @@ void PlaceOver(const QWidget& under, QWidget& form) {
 }  // namespace
 
 frmActivityFind::frmActivityFind(LogQuery& query, QWidget* parent)
-    : QDialog(parent), Query_(query), Ui_(std::make_unique<Ui::frmActivityFind>()) {
+    : PlacedDialog(parent), Query_(query), Ui_(std::make_unique<Ui::frmActivityFind>()) {
     Ui_->setupUi(this);
     NameControls(*this);
     connect(Ui_->txtFind, &QLineEdit::textChanged, this, &frmActivityFind::txtFind_Change);
@@ -39,14 +38,11 @@ frmActivityFind::frmActivityFind(LogQuery& query, QWidget* parent)
 
 frmActivityFind::~frmActivityFind() = default;
 
-void frmActivityFind::showEvent(QShowEvent* event) {
-    if (!event->spontaneous()) {
-        CenterOnScreen(*this);
-        if (parentWidget() != nullptr) {
-            PlaceOver(*parentWidget(), *this);
-        }
+void frmActivityFind::Place() {
+    PlacedDialog::Place();
+    if (parentWidget() != nullptr) {
+        PlaceOver(*parentWidget(), *this);
     }
-    QDialog::showEvent(event);
 }
 
 void frmActivityFind::reject() {

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QDialog>
 #include <QString>
 #include <memory>
+
+#include "forms/PlacedDialog.h"
 
 namespace burnwick {
 
@@ -17,7 +18,7 @@ struct LogQuery {
 };
 
 // Asks what to look for.
-class frmActivityFind final : public QDialog {
+class frmActivityFind final : public PlacedDialog {
     Q_OBJECT
 
 public:
@@ -29,7 +30,7 @@ public:
     void reject() override;
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void Place() override;
 
 private:
     void txtFind_Change();

@@ -1,6 +1,5 @@
 #include "ports/frmCOMPortSetting.h"
 
-#include <QShowEvent>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <utility>
@@ -21,7 +20,7 @@ constexpr int TwipsBelowMainWindow = 1000;
 }  // namespace
 
 frmCOMPortSetting::frmCOMPortSetting(Services services, QWidget* parent)
-    : QDialog(parent),
+    : PlacedDialog(parent),
       Services_(std::move(services)),
       Ui_(std::make_unique<Ui::frmCOMPortSetting>()),
       SavedPort_(Services_.Control.CommPort()) {
@@ -51,16 +50,13 @@ frmCOMPortSetting::frmCOMPortSetting(Services services, QWidget* parent)
 
 frmCOMPortSetting::~frmCOMPortSetting() = default;
 
-void frmCOMPortSetting::showEvent(QShowEvent* event) {
-    if (!event->spontaneous()) {
-        CenterOnScreen(*this);
-        if (parentWidget() != nullptr) {
-            const int below = TwipsBelowMainWindow * parentWidget()->logicalDpiY() / TwipsPerInch;
-            const int lowest = ScreenOf(*this).bottom() + 1 - frameGeometry().height();
-            move(x(), std::min(parentWidget()->frameGeometry().top() + below, lowest));
-        }
+void frmCOMPortSetting::Place() {
+    PlacedDialog::Place();
+    if (parentWidget() != nullptr) {
+        const int below = TwipsBelowMainWindow * parentWidget()->logicalDpiY() / TwipsPerInch;
+        const int lowest = ScreenOf(*this).bottom() + 1 - frameGeometry().height();
+        move(x(), std::min(parentWidget()->frameGeometry().top() + below, lowest));
     }
-    QDialog::showEvent(event);
 }
 
 // Lists the ports that are not in the list yet, each in its place.

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDialog>
 #include <functional>
 #include <memory>
 #include <string>
 
+#include "forms/PlacedDialog.h"
 #include "platform/MSComm.h"
 #include "platform/Setting.h"
 
@@ -15,7 +15,7 @@ class frmCOMPortSetting;
 }
 
 // Asks for the serial port and the speed of the link. Only OK changes anything.
-class frmCOMPortSetting final : public QDialog {
+class frmCOMPortSetting final : public PlacedDialog {
     Q_OBJECT
 
 public:
@@ -33,7 +33,7 @@ public:
     ~frmCOMPortSetting() override;
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void Place() override;
 
 private:
     void FindCOMPorts();

@@ -1,7 +1,6 @@
 #include "settings/frmChipSelect.h"
 
 #include <QRadioButton>
-#include <QShowEvent>
 #include <algorithm>
 #include <utility>
 
@@ -11,7 +10,7 @@
 namespace burnwick {
 
 frmChipSelect::frmChipSelect(const ReadSetting& read, WriteSetting write, QWidget* parent)
-    : QDialog(parent), Write_(std::move(write)), Ui_(std::make_unique<Ui::frmChipSelect>()) {
+    : PlacedDialog(parent), Write_(std::move(write)), Ui_(std::make_unique<Ui::frmChipSelect>()) {
     Ui_->setupUi(this);
     NameControls(*this);
     optChipSize_ = {Ui_->optChipSize_0, Ui_->optChipSize_1, Ui_->optChipSize_2, Ui_->optChipSize_3};
@@ -29,13 +28,6 @@ frmChipSelect::~frmChipSelect() = default;
 
 int frmChipSelect::UploadBlocks() const {
     return result() == Accepted ? ChipSizes[SelectedIndex()].Blocks : 0;
-}
-
-void frmChipSelect::showEvent(QShowEvent* event) {
-    if (!event->spontaneous()) {
-        CenterOnScreen(*this);
-    }
-    QDialog::showEvent(event);
 }
 
 void frmChipSelect::cmdOK_Click() {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDialog>
 #include <array>
 #include <cstddef>
 #include <memory>
 
+#include "forms/PlacedDialog.h"
 #include "platform/Setting.h"
 #include "settings/ChipSize.h"
 
@@ -17,7 +17,7 @@ class frmChipSelect;
 }
 
 // Asks for the size of the unit's flash chip before an upload. The size chosen last is selected.
-class frmChipSelect final : public QDialog {
+class frmChipSelect final : public PlacedDialog {
     Q_OBJECT
 
 public:
@@ -26,9 +26,6 @@ public:
 
     // How many blocks to read, once OK is chosen; 0 without that.
     int UploadBlocks() const;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void cmdOK_Click();

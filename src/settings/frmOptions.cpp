@@ -1,6 +1,5 @@
 #include "settings/frmOptions.h"
 
-#include <QShowEvent>
 #include <algorithm>
 #include <utility>
 
@@ -17,7 +16,7 @@ constexpr std::size_t Summary = 1;
 }  // namespace
 
 frmOptions::frmOptions(Services services, QWidget* parent)
-    : QDialog(parent), Services_(std::move(services)), Ui_(std::make_unique<Ui::frmOptions>()) {
+    : PlacedDialog(parent), Services_(std::move(services)), Ui_(std::make_unique<Ui::frmOptions>()) {
     Ui_->setupUi(this);
     NameControls(*this);
     optLogOption_ = {Ui_->optLogOption_0, Ui_->optLogOption_1, Ui_->optLogOption_2};
@@ -27,13 +26,6 @@ frmOptions::frmOptions(Services services, QWidget* parent)
 }
 
 frmOptions::~frmOptions() = default;
-
-void frmOptions::showEvent(QShowEvent* event) {
-    if (!event->spontaneous()) {
-        CenterOnScreen(*this);
-    }
-    QDialog::showEvent(event);
-}
 
 void frmOptions::LoadSettings() {
     Ui_->chkFlashMenu->setChecked(Is("ContextMenu", "Yes"));

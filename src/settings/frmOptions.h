@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QDialog>
 #include <array>
 #include <filesystem>
 #include <memory>
 #include <string>
 
+#include "forms/PlacedDialog.h"
 #include "platform/Setting.h"
 #include "platform/ShellIntegration.h"
 
@@ -19,7 +19,7 @@ class frmOptions;
 
 // Asks what is offered after a download, what the log holds, and how the desktop knows the program. Only OK
 // changes anything.
-class frmOptions final : public QDialog {
+class frmOptions final : public PlacedDialog {
     Q_OBJECT
 
 public:
@@ -32,9 +32,6 @@ public:
 
     explicit frmOptions(Services services, QWidget* parent = nullptr);
     ~frmOptions() override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void LoadSettings();

@@ -1,7 +1,6 @@
 #include "tools/frmAbout.h"
 
 #include <QIcon>
-#include <QShowEvent>
 #include <utility>
 
 #include "forms/FormParts.h"
@@ -12,7 +11,7 @@
 namespace burnwick {
 
 frmAbout::frmAbout(const Product& product, WebEmail::OpenLinkFunction openLink, QWidget* parent)
-    : QDialog(parent),
+    : PlacedDialog(parent),
       WebSite_(product.WebSite),
       OpenLink_(std::move(openLink)),
       Ui_(std::make_unique<Ui::frmAbout>()) {
@@ -30,13 +29,6 @@ frmAbout::frmAbout(const Product& product, WebEmail::OpenLinkFunction openLink, 
 }
 
 frmAbout::~frmAbout() = default;
-
-void frmAbout::showEvent(QShowEvent* event) {
-    if (!event->spontaneous()) {
-        CenterOnScreen(*this);
-    }
-    QDialog::showEvent(event);
-}
 
 void frmAbout::lblWebSite_Click() {
     if (!WebEmail::Open(WebSite_, OpenLink_)) {

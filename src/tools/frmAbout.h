@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QDialog>
 #include <memory>
 #include <string>
 
+#include "forms/PlacedDialog.h"
 #include "run/Product.h"
 #include "tools/WebEmail.h"
 
@@ -14,15 +14,12 @@ class frmAbout;
 }
 
 // Tells which program this is, and leads to its web site.
-class frmAbout final : public QDialog {
+class frmAbout final : public PlacedDialog {
     Q_OBJECT
 
 public:
     frmAbout(const Product& product, WebEmail::OpenLinkFunction openLink, QWidget* parent = nullptr);
     ~frmAbout() override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void lblWebSite_Click();

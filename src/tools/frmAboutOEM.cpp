@@ -1,14 +1,12 @@
 #include "tools/frmAboutOEM.h"
 
-#include <QShowEvent>
-
 #include "forms/FormParts.h"
 #include "ui_frmAboutOEM.h"
 
 namespace burnwick {
 
 frmAboutOEM::frmAboutOEM(const Product& product, QWidget* parent)
-    : QDialog(parent), Ui_(std::make_unique<Ui::frmAboutOEM>()) {
+    : PlacedDialog(parent), Ui_(std::make_unique<Ui::frmAboutOEM>()) {
     Ui_->setupUi(this);
     NameControls(*this);
     ShowProgramIcon(*Ui_->lblIcon);
@@ -18,12 +16,5 @@ frmAboutOEM::frmAboutOEM(const Product& product, QWidget* parent)
 }
 
 frmAboutOEM::~frmAboutOEM() = default;
-
-void frmAboutOEM::showEvent(QShowEvent* event) {
-    if (!event->spontaneous()) {
-        CenterOnScreen(*this);
-    }
-    QDialog::showEvent(event);
-}
 
 }  // namespace burnwick

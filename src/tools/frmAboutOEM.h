@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QDialog>
 #include <memory>
 
+#include "forms/PlacedDialog.h"
 #include "run/Product.h"
 
 namespace burnwick {
@@ -12,15 +12,12 @@ class frmAboutOEM;
 }
 
 // Tells which program this is, where an equipment maker passes it on: no more than its version.
-class frmAboutOEM final : public QDialog {
+class frmAboutOEM final : public PlacedDialog {
     Q_OBJECT
 
 public:
     explicit frmAboutOEM(const Product& product, QWidget* parent = nullptr);
     ~frmAboutOEM() override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     std::unique_ptr<Ui::frmAboutOEM> Ui_;

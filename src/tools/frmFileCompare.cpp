@@ -7,7 +7,6 @@
 #include <QHeaderView>
 #include <QPointer>
 #include <QScrollBar>
-#include <QShowEvent>
 #include <algorithm>
 #include <numeric>
 #include <utility>
@@ -42,7 +41,7 @@ int WidthOf(const QTableView& list) {
 }  // namespace
 
 frmFileCompare::frmFileCompare(Services services, QWidget* parent)
-    : QDialog(parent),
+    : PlacedDialog(parent),
       Services_(std::move(services)),
       Ui_(std::make_unique<Ui::frmFileCompare>()),
       Differences_(new DifferencesModel(this)) {
@@ -84,13 +83,6 @@ void frmFileCompare::SetUpDifferences() {
     connect(copy, &QAction::triggered, this, &frmFileCompare::cmdCopy_Click);
     connect(selectAll, &QAction::triggered, &list, &QTableView::selectAll);
     Ui_->fraDifferences->hide();
-}
-
-void frmFileCompare::showEvent(QShowEvent* event) {
-    if (!event->spontaneous()) {
-        CenterOnScreen(*this);
-    }
-    QDialog::showEvent(event);
 }
 
 void frmFileCompare::done(int result) {

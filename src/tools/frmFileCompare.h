@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDialog>
 #include <functional>
 #include <memory>
 #include <string>
 
+#include "forms/PlacedDialog.h"
 #include "platform/Setting.h"
 
 class QLineEdit;
@@ -22,7 +22,7 @@ class DifferingRanges;
 class DifferencesModel;
 
 // Tells whether two images are identical, and if not, where they differ. Closing it ends a comparison.
-class frmFileCompare final : public QDialog {
+class frmFileCompare final : public PlacedDialog {
     Q_OBJECT
 
 public:
@@ -35,9 +35,6 @@ public:
     ~frmFileCompare() override;
 
     void done(int result) override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void cmdFile1_Click();

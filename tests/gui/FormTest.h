@@ -27,6 +27,8 @@ protected:
         return *Form_;
     }
 
+    void Destroy() { Form_.reset(); }
+
     template <typename Control = QWidget>
     Control& Find(const std::string& name) {
         auto* const control = Form().findChild<Control*>(QString::fromStdString(name));
@@ -40,7 +42,9 @@ protected:
         return Find<QWidget>(frame).property("title").toString().toStdString();
     }
 
-    void Click(const std::string& button) { QTest::mouseClick(&Find<QPushButton>(button), Qt::LeftButton); }
+    QPushButton& Button(const std::string& name) { return Find<QPushButton>(name); }
+    static void Click(QAbstractButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
+    void Click(const std::string& button) { Click(Find<QAbstractButton>(button)); }
     // On its box or circle, left of the text.
     void Tick(const std::string& option) {
         QWidget& control = Find(option);

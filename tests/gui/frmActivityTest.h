@@ -1,16 +1,12 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
 #include <QTextBlock>
 #include <filesystem>
 #include <fstream>
@@ -18,48 +14,31 @@
 #include <string>
 
 #include "gui/Answers.h"
+#include "gui/FormTest.h"
 #include "log/frmActivity.h"
 #include "support/TempFolder.h"
 
 namespace burnwick::test {
 
 // The viewer of a log in a folder of its own.
-class frmActivityTest : public ::testing::Test {
+class frmActivityTest : public FormTest {
 protected:
     ~frmActivityTest() override { EXPECT_EQ(QApplication::overrideCursor(), nullptr); }
 
     void LogHolds(std::string_view content) const { std::ofstream(Live, std::ios::binary) << content; }
 
-    frmActivity& Form() {
-        if (!Form_) {
-            Form_ = std::make_unique<frmActivity>(Folder.Path());
-            EXPECT_TRUE(Form_->isModal());
-            Form_->setModal(false);  // it is no question, for those that answer them
-            Form_->show();
-            Form_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(Form_.get()));
-        }
-        return *Form_;
+    std::unique_ptr<QDialog> New() override {
+        auto form = std::make_unique<frmActivity>(Folder.Path());
+        EXPECT_TRUE(form->isModal());
+        User.LeaveAlone(*form);
+        return form;
     }
-    void Destroy() { Form_.reset(); }
 
-    template <typename Control>
-    Control& Find(const char* name) {
-        auto* const control = Form().findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return *control;
-    }
-    QPushButton& Button(const char* name) { return Find<QPushButton>(name); }
     QPlainTextEdit& Log() { return Find<QPlainTextEdit>("txtLog"); }
     std::string Shown() { return Log().toPlainText().toStdString(); }
     std::string Selected() { return Log().textCursor().selectedText().toStdString(); }
     int SelectionStart() { return Log().textCursor().selectionStart(); }
     bool IsSearching() { return QApplication::overrideCursor() != nullptr; }
-
-    void Click(const char* button) { QTest::mouseClick(&Button(button), Qt::LeftButton); }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(Form().focusWidget(), key, modifiers);
-    }
 
     // Next time the find dialog asks: types this, and Enter.
     void AwaitFind(const std::string& text, bool matchCase = false) {
@@ -89,9 +68,6 @@ protected:
     TempFolder Folder;
     std::filesystem::path Live = Folder.Path() / "Burnwick.log";
     Answers User;
-
-private:
-    std::unique_ptr<frmActivity> Form_;
 };
 
 inline constexpr const char* TwoRecords =

@@ -327,7 +327,7 @@ TEST_F(frmFileCompareTest, EndsTheComparisonWhenItIsClosed) {
 
 TEST_F(frmFileCompareTest, MayBeDestroyedInMidComparison) {
     Choose(Here, Copy);
-    Meanwhile([this] { Delete(); });
+    Meanwhile([this] { Destroy(); });
     CompareButton().click();
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_EQ(Beeps, 0);

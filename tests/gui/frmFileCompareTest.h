@@ -1,14 +1,10 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 #include <functional>
@@ -17,6 +13,7 @@
 #include <vector>
 
 #include "gui/Answers.h"
+#include "gui/FormTest.h"
 #include "support/ImageBuilder.h"
 #include "support/TempFolder.h"
 #include "tools/frmFileCompare.h"
@@ -24,34 +21,20 @@
 namespace burnwick::test {
 
 // The dialog, and images to compare in it.
-class frmFileCompareTest : public ::testing::Test {
+class frmFileCompareTest : public FormTest {
 protected:
-    frmFileCompare& Form() {
-        if (!Form_) {
-            Form_ = std::make_unique<frmFileCompare>(
-                frmFileCompare::Services{.Setting =
-                                             [this](const auto& section, const auto& key) {
-                                                 Asked.push_back(section + "/" + key);
-                                                 return LastPath;
-                                             },
-                                         .Beep = [this] { ++Beeps; }});
-            // Those who answer modal dialogs would take it for one that asks.
-            Form_->setModal(false);
-            Form_->show();
-            Form_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(Form_.get()));
-        }
-        return *Form_;
+    std::unique_ptr<QDialog> New() override {
+        auto form = std::make_unique<frmFileCompare>(
+            frmFileCompare::Services{.Setting =
+                                         [this](const auto& section, const auto& key) {
+                                             Asked.push_back(section + "/" + key);
+                                             return LastPath;
+                                         },
+                                     .Beep = [this] { ++Beeps; }});
+        User.LeaveAlone(*form);
+        return form;
     }
-    void Delete() { Form_.reset(); }
 
-    template <typename Control>
-    Control& Find(const char* name) {
-        auto* const control = Form().findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return *control;
-    }
-    QPushButton& Button(const char* name) { return Find<QPushButton>(name); }
     QPushButton& CompareButton() { return Button("cmdCompare"); }
     QToolButton& Disclosure() { return Find<QToolButton>("cmdDifferences"); }
     QTableView& List() { return Find<QTableView>("grdDifferences"); }
@@ -59,11 +42,6 @@ protected:
     QLabel& StatusLabel() { return Find<QLabel>("lblStatus"); }
     std::string Status() { return StatusLabel().text().toStdString(); }
 
-    void Click(QAbstractButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
-    void Click(const char* name) { Click(Find<QAbstractButton>(name)); }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(Form().focusWidget(), key, modifiers);
-    }
     void Choose(const std::string& file1, const std::string& file2) {
         File(1).setText(QString::fromStdString(file1));
         File(2).setText(QString::fromStdString(file2));
@@ -105,7 +83,6 @@ protected:
 
 private:
     QTimer Watch_;
-    std::unique_ptr<frmFileCompare> Form_;
 };
 
 }  // namespace burnwick::test

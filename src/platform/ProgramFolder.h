@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 namespace burnwick {
 
@@ -8,5 +9,9 @@ namespace burnwick {
 // else, where that cannot be written, the user's own data folder. Made when it is missing, and never with a
 // trailing separator.
 std::filesystem::path ProgramFolder();
+
+// Where what ships with the program may be, the likeliest first: the program folder, the executable's own,
+// and where an install for everybody puts it.
+std::vector<std::filesystem::path> ShippedFolders();
 
 }  // namespace burnwick

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <vector>
 
 #include "EnvironmentVariable.h"
 #include "platform/linux/UniqueFd.h"
@@ -37,6 +38,13 @@ TEST_F(ProgramFolderTest, HasNoTrailingSeparator) {
 TEST_F(ProgramFolderTest, IsTheExecutablesOwnWhenThatCanBeWritten) {
     const EnvironmentVariable home("BURNWICK_HOME", "");
     EXPECT_EQ(ProgramFolder(), fs::read_symlink("/proc/self/exe").parent_path());
+}
+
+TEST_F(ProgramFolderTest, IsTheFirstOfThoseThatAShippedFileMayBeIn) {
+    const EnvironmentVariable home("BURNWICK_HOME", Folder_.Path());
+    const fs::path own = fs::read_symlink("/proc/self/exe").parent_path();
+    EXPECT_EQ(ShippedFolders(),
+              (std::vector<fs::path>{Folder_.Path(), own, own.parent_path() / "share/burnwick"}));
 }
 
 // A program installed where its user may not write.

@@ -45,18 +45,32 @@ fs::path Made(const fs::path& folder) {
     return plain;
 }
 
+// Empty when the system does not tell.
+fs::path ExecutablesFolder() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path();
+}
+
 }  // namespace
 
 fs::path ProgramFolder() {
     if (const auto chosen = FromEnvironment("BURNWICK_HOME"); !chosen.empty()) {
         return Made(chosen);
     }
-    std::error_code error;
-    auto own = fs::read_symlink("/proc/self/exe", error).parent_path();
-    if (!error && access(own.c_str(), W_OK) == 0) {
+    const auto own = ExecutablesFolder();
+    if (!own.empty() && access(own.c_str(), W_OK) == 0) {
         return own;
     }
     return Made(DataFolder(HomeFolder()) / "burnwick");
+}
+
+std::vector<fs::path> ShippedFolders() {
+    std::vector<fs::path> folders{ProgramFolder()};
+    if (const auto own = ExecutablesFolder(); !own.empty()) {
+        folders.push_back(own);
+        folders.push_back(own.parent_path() / "share" / "burnwick");
+    }
+    return folders;
 }
 
 }  // namespace burnwick

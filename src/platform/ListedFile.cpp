@@ -1,0 +1,47 @@
+#include "platform/ListedFile.h"
+
+#include <algorithm>
+
+#include "platform/Utf8Path.h"
+
+namespace burnwick {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string LowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+fs::path ListedIn(const fs::path& folder, const std::string& name) {
+    const std::string wanted = LowerCase(name);
+    std::string found;
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        std::error_code ignored;
+        const std::string listed = Utf8Text(entry->path().filename());
+        // A folder tells its entries in any order.
+        const bool isNearer = found.empty() || listed == name || (found != name && listed < found);
+        if (isNearer && LowerCase(listed) == wanted && entry->is_regular_file(ignored)) {
+            found = listed;
+        }
+    }
+    return found.empty() ? fs::path() : folder / Utf8Path(found);
+}
+
+}  // namespace
+
+fs::path ListedFile(const std::vector<fs::path>& folders, const std::string& name) {
+    for (const fs::path& folder : folders) {
+        if (auto file = ListedIn(folder, name); !file.empty()) {
+            return file;
+        }
+    }
+    return {};
+}
+
+}  // namespace burnwick

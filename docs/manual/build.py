@@ -128,13 +128,16 @@ class Pictures(markdown.treeprocessors.Treeprocessor):
             file = self.page.path.parent / name
             if not image.get("alt"):
                 self.page.complain(f"the picture {name} has no text for who cannot see it")
-            if file.suffix not in MEDIA_TYPES:
-                self.page.complain(f"the picture {name} is of no kind that is shown: {', '.join(MEDIA_TYPES)}")
-            elif not file.is_file():
-                self.page.complain(f"the picture {name} does not exist")
-            else:
-                data = base64.b64encode(file.read_bytes()).decode("ascii")
-                image.set("src", f"data:{MEDIA_TYPES[file.suffix]};base64,{data}")
+            image.set("src", "data:" + self.data(name, file))
+
+    def data(self, name, file):
+        if file.suffix not in MEDIA_TYPES:
+            self.page.complain(f"the picture {name} is of no kind that is shown: {', '.join(MEDIA_TYPES)}")
+            return ""
+        if not file.is_file():
+            self.page.complain(f"the picture {name} does not exist")
+            return ""
+        return f"{MEDIA_TYPES[file.suffix]};base64,{base64.b64encode(file.read_bytes()).decode('ascii')}"
 
 
 class Checker(html.parser.HTMLParser):

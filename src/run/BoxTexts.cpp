@@ -35,6 +35,10 @@ BoxText CopyErrorBox() {
     return {"Copy Error", "Copy file error."};
 }
 
+BoxText HelpFileMissingBox(const std::string& title) {
+    return {title, "The Burnwick help file does not exist.    "};
+}
+
 BoxText LinkNotOpenedBox(const std::string& link) {
     return {"Link", link + " could not be opened: no program is set up for it.\n"
                         "Set up a web browser, or open the address on another computer."};

@@ -22,6 +22,9 @@ BoxText ReplaceQuestion(const std::string& fileName, const std::string& existing
 
 BoxText CopyErrorBox();
 
+// A program without its manual. The caption is the application's title.
+BoxText HelpFileMissingBox(const std::string& title);
+
 // An address that no program of the desktop took.
 BoxText LinkNotOpenedBox(const std::string& link);
 

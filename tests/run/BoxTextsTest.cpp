@@ -49,6 +49,11 @@ TEST(BoxTexts, ACopyThatFailedIsAnError) {
     EXPECT_EQ(CopyErrorBox().Text, "Copy file error.");
 }
 
+TEST(BoxTexts, AMissingHelpFileIsToldUnderTheProgramsTitle) {
+    EXPECT_EQ(HelpFileMissingBox("Burnwick").Caption, "Burnwick");
+    EXPECT_EQ(HelpFileMissingBox("Burnwick").Text, "The Burnwick help file does not exist.    ");
+}
+
 TEST(BoxTexts, AnyOtherTroubleIsDescribed) {
     EXPECT_EQ(ErrorBox("Out of memory").Caption, "Error");
     EXPECT_EQ(ErrorBox("Out of memory").Text, "Out of memory\n");

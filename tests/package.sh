@@ -90,6 +90,7 @@ common_files() {
 -rwxr-xr-x ./bin/Burnwick
 -rwxr-xr-x ./bin/burnwick-cli
 -rw-r--r-- ./share/applications/$id.desktop
+-rw-r--r-- ./share/burnwick/Burnwick.hlp
 -rw-r--r-- ./share/bash-completion/completions/burnwick-cli
 -rw-r--r-- ./share/doc/burnwick/README.md
 -rw-r--r-- ./share/doc/burnwick/docs/architecture.md
@@ -103,9 +104,6 @@ END
     for size in $sizes; do
         echo "-rw-r--r-- ./share/icons/hicolor/${size}x$size/apps/burnwick.png"
     done
-    if [ -e "$build/bin/Burnwick.hlp" ]; then
-        echo "-rw-r--r-- ./share/burnwick/Burnwick.hlp"
-    fi
 }
 
 check_prefix() {

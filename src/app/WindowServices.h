@@ -40,6 +40,8 @@ struct WindowServices {
     // Calls the user to a window in the background, until it is looked at.
     std::function<void(QWidget* window)> Flash;
     std::function<void(const std::string& title, const std::string& text)> Notify;
+    // The user's manual; empty when it is not there.
+    std::function<std::filesystem::path()> HelpFile{};
     // Opens an address with the program that the desktop has for it; false without one.
     std::function<bool(const std::string& link)> OpenLink{};
 };

@@ -119,6 +119,7 @@ void frmMain::ConnectCommands() {
     onCommand(Ui_->mnuToolCOMPortSetting, &frmMain::mnuToolCOMPortSetting_Click);
     onCommand(Ui_->mnuToolViewLog, &frmMain::mnuToolViewLog_Click);
     onCommand(Ui_->mnuToolOptions, &frmMain::mnuToolOptions_Click);
+    onCommand(Ui_->mnuHelpBurnwickHelp, &frmMain::mnuHelpBurnwickHelp_Click);
     onCommand(Ui_->mnuHelpAbout, &frmMain::mnuHelpAbout_Click);
     for (const int index : {1, 2, 3, 4}) {
         connect(RecentEntry(index), &QAction::triggered, this, [this, index] { mnuFileMRF_Click(index); });

@@ -73,6 +73,7 @@ private:
     void mnuToolCOMPortSetting_Click();
     void mnuToolViewLog_Click();
     void mnuToolOptions_Click();
+    void mnuHelpBurnwickHelp_Click();
     void mnuHelpAbout_Click();
 
     // frmMainCopy.cpp: the copy commands, on the image that the summary shows.

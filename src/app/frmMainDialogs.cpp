@@ -1,13 +1,16 @@
 // The commands that only open other dialogs.
 #include "app/frmMain.h"
+#include "forms/MsgBox.h"
 #include "log/ActivityLog.h"
 #include "log/frmActivity.h"
 #include "platform/Utf8Path.h"
 #include "ports/frmCOMPortSetting.h"
 #include "settings/frmOptions.h"
+#include "tools/WebEmail.h"
 #include "tools/frmAbout.h"
 #include "tools/frmAboutOEM.h"
 #include "tools/frmFileCompare.h"
+#include "tools/frmHelp.h"
 #include "ui_frmMain.h"
 
 namespace burnwick {
@@ -44,6 +47,17 @@ void frmMain::mnuToolOptions_Click() {
                 .Program = Services_.Executable},
                this)
         .exec();
+}
+
+// Beside the window, not before it: a run may go on meanwhile, and must not wait for a message.
+void frmMain::mnuHelpBurnwickHelp_Click() {
+    const auto file = Services_.HelpFile();
+    if (file.empty()) {
+        MsgBox(this, QMessageBox::Critical, HelpFileMissingBox(Services_.Product.Title));
+        return;
+    }
+    const auto openLink = [this](const std::string& link) { WebEmail::Open(link, Services_.OpenLink); };
+    ShowHelp(file, IsOEM(Utf8Text(Services_.ProgramFolder)), openLink, *this);
 }
 
 void frmMain::mnuHelpAbout_Click() {

@@ -7,6 +7,7 @@
 #include "ProductData.h"
 #include "app/frmMain.h"
 #include "platform/Interrupt.h"
+#include "platform/ListedFile.h"
 #include "platform/Notification.h"
 #include "platform/OpenLink.h"
 #include "platform/ProgramFolder.h"
@@ -65,6 +66,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .Beep = [] { QApplication::beep(); },
         .Flash = Flash,
         .Notify = Notify,
+        .HelpFile = [] { return ListedFile(ShippedFolders(), "Burnwick.hlp"); },
         .OpenLink = OpenLink,
     };
 }

@@ -13,7 +13,7 @@ class HelpDocument final : public QTextDocument {
 public:
     explicit HelpDocument(QObject* parent = nullptr);
 
-    // Shows a page as CleanedPage gives it; pictures that are too large are left out.
+    // Pictures that are too large are left out.
     void Show(const QString& html);
 
 protected:

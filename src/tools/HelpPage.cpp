@@ -5,15 +5,14 @@
 #include <fstream>
 #include <system_error>
 
-#include "tools/PageCleaner.h"
-
 namespace burnwick {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::uintmax_t LargestFile = std::uintmax_t{32} * 1024 * 1024;
+// Many times a manual with its pictures.
+constexpr std::uintmax_t LargestFile = std::uintmax_t{8} * 1024 * 1024;
 
 bool HasElement(std::string_view page) {
     for (const std::string_view start : {"<h", "<H", "<p", "<P"}) {
@@ -22,6 +21,15 @@ bool HasElement(std::string_view page) {
         }
     }
     return false;
+}
+
+// An element with all that is in it, wherever it stands.
+void TakeOut(std::string& page, const std::string& element) {
+    const std::string end = "</" + element + ">";
+    for (std::size_t from = 0; (from = page.find("<" + element + ">", from)) != std::string::npos;) {
+        const std::size_t to = page.find(end, from);
+        page.erase(from, to == std::string::npos ? to : to + end.size() - from);
+    }
 }
 
 std::string InWords(const std::error_code& error) {
@@ -38,7 +46,7 @@ std::string Content(const fs::path& file, std::string& trouble) {
         return {};
     }
     if (bytes > LargestFile) {
-        trouble = PageTooLarge;
+        trouble = "It is too large for a manual.";
         return {};
     }
     std::string content(static_cast<std::size_t>(bytes), '\0');
@@ -56,16 +64,18 @@ std::string Content(const fs::path& file, std::string& trouble) {
 
 HelpPage ReadHelpFile(const fs::path& file) {
     std::string trouble;
-    const std::string content = Content(file, trouble);
-    return trouble.empty() ? CleanedPage(content) : HelpPage{.Trouble = trouble};
+    std::string content = Content(file, trouble);
+    return trouble.empty() ? PageToShow(std::move(content)) : HelpPage{.Trouble = trouble};
 }
 
-HelpPage CleanedPage(std::string_view page) {
-    const bool isText = page.find('\0') == std::string_view::npos && QUtf8StringView(page).isValidUtf8();
+HelpPage PageToShow(std::string page) {
+    const bool isText = page.find('\0') == std::string::npos && QUtf8StringView(page).isValidUtf8();
     if (!isText || !HasElement(page)) {
         return {.Trouble = page.empty() ? "It is empty." : "It is not a page of text."};
     }
-    return PageCleaner(page).Clean();
+    TakeOut(page, "style");
+    TakeOut(page, "nav");
+    return {.Html = std::move(page)};
 }
 
 }  // namespace burnwick

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <string_view>
 
 namespace burnwick {
 
@@ -12,12 +11,11 @@ struct HelpPage {
     std::string Trouble{};  // in a sentence for a user why there is nothing to show
 };
 
-// Reads a help file, which may hold anything: see CleanedPage.
+// Reads a help file, whatever it holds: see PageToShow.
 HelpPage ReadHelpFile(const std::filesystem::path& file);
 
-// Takes from a page what a manual is made of: headings, paragraphs, lists, tables, links and pictures that
-// are in the page itself. Scripts, styles and whatever else there is are left out, and every element is
-// closed. What would take long to show is refused.
-HelpPage CleanedPage(std::string_view page);
+// A page without its own looks, which are a browser's, and without its list of contents, which the window
+// shows beside it.
+HelpPage PageToShow(std::string page);
 
 }  // namespace burnwick

@@ -11,131 +11,27 @@
 
 namespace burnwick::test {
 
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-
-namespace {
-
-// In a page of its own.
-std::string Clean(const std::string& body) {
-    const HelpPage page = CleanedPage("<html>" + body);
-    EXPECT_THAT(page.Trouble, IsEmpty());
-    return page.Html;
-}
-
-std::string Repeated(const std::string& text, int times) {
-    std::string all;
-    for (int i = 0; i < times; ++i) {
-        all += text;
-    }
-    return all;
-}
-
-void ExpectTooLarge(const std::string& body) {
-    const HelpPage page = CleanedPage("<html>" + body);
-    EXPECT_THAT(page.Html, IsEmpty());
-    EXPECT_EQ(page.Trouble, "It is too large for a manual.");
-}
-
-constexpr const char* Picture = "data:image/png;base64,iVBORw0KGgo=";
-
-}  // namespace
-
 TEST(HelpPage, KeepsWhatAManualIsMadeOf) {
     const std::string manual =
-        "<h2 id=\"a\">A</h2><p>b <em>c</em> <a href=\"#a\">d</a><br></p><ol><li>e</li></ol>"
-        "<table><thead><tr><th>f</th></tr></thead><tbody><tr><td>g</td></tr></tbody></table>"
-        "<pre><code>h &lt;\ni</code></pre><blockquote><p>j</p></blockquote><hr>";
-    EXPECT_EQ(Clean(manual), manual);
+        "<h2 id=\"a\">A</h2><p>b <em>c</em> <a href=\"#a\">d</a></p><pre><code>e</code></pre>";
+    EXPECT_EQ(PageToShow(manual).Html, manual);
 }
 
-TEST(HelpPage, LeavesOutScriptsStylesAndTheTitle) {
-    EXPECT_EQ(Clean("<head><title>a<b></title><style>p { color: red }</style></head>"
-                    "<p>b</p><SCRIPT>if (a </b) { '</scrip' }</Script ><p>c</p>"),
-              "<p>b</p><p>c</p>");
+TEST(HelpPage, LeavesOutItsLooksAndItsListOfContents) {
+    EXPECT_EQ(
+        PageToShow("<h1>a</h1><style>p { color: red }</style><nav><a href=\"#b\">b</a></nav><p>c</p>").Html,
+        "<h1>a</h1><p>c</p>");
 }
 
-TEST(HelpPage, LeavesOutEveryOtherElementButNotItsText) {
-    EXPECT_EQ(Clean("<body><main><video src=\"x\">a</video><object>b</object></main></body>"), "ab");
-}
-
-TEST(HelpPage, LeavesOutEveryOtherAttribute) {
-    EXPECT_EQ(Clean("<p style=\"font-size: 9999px\" onclick='x' class=y hidden id='z'>a</p>"),
-              "<p id=\"z\">a</p>");
-    EXPECT_EQ(Clean("<table background=\"x.png\" width=99999><tr><td colspan=9999 "
-                    "rowspan=\"9999\">a</td></tr></table>"),
-              "<table><tr><td>a</td></tr></table>");
-}
-
-TEST(HelpPage, LeavesOutCommentsAndDeclarations) {
-    EXPECT_EQ(Clean("<!DOCTYPE html><?xml?><!-- <p>a</p> --><p>b</p><!-- never closed <p>c</p>"), "<p>b</p>");
-}
-
-TEST(HelpPage, KeepsAPictureThatIsInThePage) {
-    EXPECT_EQ(Clean(std::string("<img alt=\"x\" src=\"") + Picture + "\">"),
-              std::string("<img src=\"") + Picture + "\">");
-}
-
-TEST(HelpPage, TakesTheTextOfAnyOtherPicture) {
-    for (const char* source :
-         {"http://burnwick.example/x.png", "file:///etc/x.png", "x.png", ":/icons/burnwick-16.png",
-          "data:image/svg+xml;base64,PHN2Zz4=", "data:text/html,x", ""}) {
-        EXPECT_EQ(Clean(std::string("<img src=\"") + source + "\" alt=\"a picture\">"), "a picture")
-            << source;
-    }
-}
-
-TEST(HelpPage, ClosesWhatIsOpen) {
-    EXPECT_EQ(Clean("<ul><li>a<li><b>b"), "<ul><li>a</li><li><b>b</b></li></ul>");
-    EXPECT_EQ(Clean("<p><b>a</p></b></div>"), "<p><b>a</b></p>");
-}
-
-TEST(HelpPage, EndsCodeWithItsLastLine) {
-    EXPECT_EQ(Clean("<pre><code>a\n\nb\n</code></pre>"), "<pre><code>a\n\nb</code></pre>");
-}
-
-TEST(HelpPage, TakesALooseBracketForText) {
-    EXPECT_EQ(Clean("<p>1 < 2 > 1 <</p>"), "<p>1 &lt; 2 &gt; 1 &lt;</p>");
-}
-
-TEST(HelpPage, EndsWhereAnElementIsCutOff) {
-    for (const char* end : {"<", "</", "<p", "<p id", "<p id=", "<p id=\"", "<p id=\"x", "<p id=x", "<!",
-                            "<!--", "<?", "<script", "<script>", "<script>a</", "<img", "<img src='"}) {
-        EXPECT_THAT(Clean(std::string("<p>a</p>") + end), ::testing::StartsWith("<p>a</p>")) << end;
-    }
-}
-
-TEST(HelpPage, LetsNoAttributeOutOfItsQuotes) {
-    EXPECT_EQ(Clean("<a href='x\" src=\"y'>a</a>"), "<a>a</a>");
-    EXPECT_EQ(Clean("<p id='a b'>a</p>"), "<p>a</p>");
-    EXPECT_EQ(Clean("<p =x \"y\" /id=z>a</p>"), "<p id=\"z\">a</p>");
+TEST(HelpPage, EndsWhereAnElementThatIsLeftOutIsCutOff) {
+    EXPECT_EQ(PageToShow("<h1>a</h1><style>p {").Html, "<h1>a</h1>");
 }
 
 TEST(HelpPage, RefusesWhatIsNoText) {
-    EXPECT_EQ(CleanedPage("").Trouble, "It is empty.");
-    EXPECT_EQ(CleanedPage("Just words").Trouble, "It is not a page of text.");
-    EXPECT_EQ(CleanedPage(std::string_view("<html>\0", 7)).Trouble, "It is not a page of text.");
-    EXPECT_EQ(CleanedPage("<html>\xff\xfe").Trouble, "It is not a page of text.");
-}
-
-TEST(HelpPage, RefusesWhatWouldTakeLongToShow) {
-    ExpectTooLarge(Repeated("some words ", 60'000));
-    ExpectTooLarge(std::string(100'000, 'x'));
-    ExpectTooLarge(Repeated("<div>", 100));
-    ExpectTooLarge(Repeated("<b>", 100));
-    ExpectTooLarge(Repeated("<table><tr><td>", 2));
-    ExpectTooLarge("<table><tr>" + Repeated("<td>x</td>", 1000));
-    ExpectTooLarge("<table>" + Repeated("<tr><td>x</td></tr>", 10'000));
-    ExpectTooLarge("<ul>" + Repeated("<li>x</li>", 10'000));
-    ExpectTooLarge(Repeated("<p>x</p>", 20'000));
-    ExpectTooLarge(Repeated(std::string("<img src=\"") + Picture + "\">", 1000));
-}
-
-TEST(HelpPage, TakesAManualOfAHundredChapters) {
-    EXPECT_THAT(Clean(Repeated("<h2 id=\"a\">A</h2>" + Repeated("<p>Some words about it.</p>", 30) + "<table>"
-                                   + Repeated("<tr><td>a</td><td>b</td></tr>", 10) + "</table>",
-                               100)),
-                HasSubstr("Some words"));
+    EXPECT_EQ(PageToShow("").Trouble, "It is empty.");
+    EXPECT_EQ(PageToShow("Just words").Trouble, "It is not a page of text.");
+    EXPECT_EQ(PageToShow(std::string("<html>\0", 7)).Trouble, "It is not a page of text.");
+    EXPECT_EQ(PageToShow("<html>\xff\xfe").Trouble, "It is not a page of text.");
 }
 
 class HelpDocumentTest : public ::testing::Test {

@@ -67,6 +67,7 @@ WindowTest::WindowTest()
         .Flash = [this](QWidget*) { ++Flashes; },
         .Notify = [this](const std::string& title,
                          const std::string& text) { Note("notify " + title + ": " + text); },
+        .HelpFile = [this] { return HelpFile; },
         .OpenLink =
             [this](const std::string& link) {
                 Note("open " + link);

@@ -64,6 +64,7 @@ protected:
     int Flashes = 0;
     int AwakeNow = 0;
     bool Debug = false;
+    std::filesystem::path HelpFile;
     std::string Title = "Burnwick";
     std::string ProgramFolder = "home";  // its name in Folder
 

@@ -113,11 +113,4 @@ TEST_F(frmHelpTroubleTest, LinksToAnythingButTheWebLeadNowhere) {
     EXPECT_EQ(Shown(), before);
 }
 
-TEST_F(frmHelpTroubleTest, NoFileIsReadForAPicture) {
-    fs::copy_file(ICON, Files / "picture.png");
-    Open("<p>a<img src=\"picture.png\"><img src=\"" + Files / "picture.png" + "\"><img src=\"file://"
-         + Files / "picture.png" + "\">b</p>");
-    EXPECT_EQ(Shown(), "ab");
-}
-
 }  // namespace burnwick::test

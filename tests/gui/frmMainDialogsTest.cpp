@@ -1,10 +1,14 @@
 // The commands that only open other dialogs, as the main window opens them.
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <QTextBrowser>
+#include <fstream>
 
 #include "gui/WindowTest.h"
 
@@ -15,10 +19,25 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 }  // namespace
 
-class frmMainDialogs : public WindowTest {};
+class frmMainDialogs : public WindowTest {
+protected:
+    void ShipHelp() {
+        HelpFile = Folder.Path() / "Burnwick.hlp";
+        std::ofstream(HelpFile) << "<h1>Burnwick Help</h1>";
+    }
+    static QWidget* HelpWindow(const char* title) {
+        for (QWidget* const window : QApplication::topLevelWidgets()) {
+            if (window->windowTitle() == title && window->isVisible()) {
+                return window;
+            }
+        }
+        return nullptr;
+    }
+};
 
 TEST_F(frmMainDialogs, AComparisonTellsOfTwoImages) {
     Start();
@@ -69,6 +88,58 @@ TEST_F(frmMainDialogs, OptionsAreStoredAndReachTheDesktop) {
     EXPECT_THAT(Stored, ElementsAre("Options/ContextMenu=Yes", "Options/Desktop=No", "Options/LogOption=&All",
                                     "Options/Verify=0"));
     EXPECT_THAT(Calls, Contains("register /opt/burnwick/Burnwick"));
+}
+
+TEST_F(frmMainDialogs, HelpThatIsNotThereIsToldAndOpensNothing) {
+    Start();
+    User.ClickInBox(QMessageBox::Ok);
+    Trigger("mnuHelpBurnwickHelp");
+    ASSERT_EQ(User.Boxes().size(), 1U);
+    EXPECT_EQ(User.Boxes()[0].Text, "The Burnwick help file does not exist.    ");
+    EXPECT_EQ(User.Boxes()[0].Icon, QMessageBox::Critical);
+    EXPECT_EQ(HelpWindow("Burnwick Help"), nullptr);
+}
+
+TEST_F(frmMainDialogs, HelpStandsBesideTheWindowAndEndsWithIt) {
+    ShipHelp();
+    Start();
+    Trigger("mnuHelpBurnwickHelp");
+    const QPointer<QWidget> help = HelpWindow("Burnwick Help");
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(Window->isEnabled());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    Click("cmdQuit");
+    EXPECT_TRUE(QTest::qWaitFor([&help] { return help == nullptr; }));
+}
+
+TEST_F(frmMainDialogs, HelpStaysOpenDuringARun) {
+    ShipHelp();
+    ConnectUnitOfSize(262'144);
+    Start();
+    Trigger("mnuHelpBurnwickHelp");
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_NE(HelpWindow("Burnwick Help"), nullptr);
+}
+
+TEST_F(frmMainDialogs, HelpHasAnotherTitleInAFolderOfAnEquipmentMaker) {
+    ProgramFolder = "OEM Tools";
+    ShipHelp();
+    Start();
+    Trigger("mnuHelpBurnwickHelp");
+    EXPECT_NE(HelpWindow("Burnwick (OEM) Help"), nullptr);
+    EXPECT_EQ(HelpWindow("Burnwick Help"), nullptr);
+}
+
+TEST_F(frmMainDialogs, HelpHandsItsLinksToTheDesktop) {
+    ShipHelp();
+    Start();
+    Trigger("mnuHelpBurnwickHelp");
+    auto* const page = HelpWindow("Burnwick Help")->findChild<QTextBrowser*>("txtPage");
+    Q_EMIT page->anchorClicked(QUrl("https://www.burnwick.example/help"));
+    Q_EMIT page->anchorClicked(QUrl("file:///bin/sh"));
+    EXPECT_THAT(Calls, Contains("open https://www.burnwick.example/help"));
+    EXPECT_THAT(Calls, Not(Contains(HasSubstr("/bin/sh"))));
 }
 
 TEST_F(frmMainDialogs, AboutTellsTheVersionAndOpensTheWebSite) {

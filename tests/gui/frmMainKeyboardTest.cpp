@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QTest>
+#include <algorithm>
 
 #include "gui/WindowTest.h"
 
@@ -93,6 +94,18 @@ TEST_F(frmMainKeyboard, OpensEveryDialogOfTheMenus) {
     }
     EXPECT_THAT(User.Dialogs(), ElementsAre("Open Burnwick File", "File Compare", "COM Port Settings",
                                             "Activity Log", "Options", "About Burnwick"));
+}
+
+TEST_F(frmMainKeyboard, OpensTheHelp) {
+    HelpFile = Folder.Write("Burnwick.hlp", {});
+    Open();
+    Command(Qt::Key_H, Qt::Key_H);
+    EXPECT_TRUE(QTest::qWaitFor([] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        return std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+            return window->windowTitle() == "Burnwick Help" && window->isVisible();
+        });
+    }));
 }
 
 TEST_F(frmMainKeyboard, ProgramsARecentFile) {

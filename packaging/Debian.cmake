@@ -20,7 +20,7 @@ file(READ debian/description CPACK_DEBIAN_PACKAGE_DESCRIPTION)
 string(STRIP "${CPACK_DEBIAN_PACKAGE_DESCRIPTION}" CPACK_DEBIAN_PACKAGE_DESCRIPTION)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # libsystemd0 is loaded when it is there: it keeps the computer awake during a run.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hicolor-icon-theme, libsystemd0, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "desktop-file-utils, hicolor-icon-theme, libsystemd0, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "bash-completion, qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)

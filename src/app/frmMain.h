@@ -69,6 +69,7 @@ private:
     void mnuFileMRF_Click(int index);
 
     // frmMainDialogs.cpp: the commands that only open other dialogs.
+    bool IsOfEquipmentMaker() const;
     void mnuFileCompareFiles_Click();
     void mnuToolCOMPortSetting_Click();
     void mnuToolViewLog_Click();

@@ -32,6 +32,11 @@ void frmMain::mnuToolCOMPortSetting_Click() {
         .exec();
 }
 
+// Where the program is installed, or where it keeps what is its own: either may be marked.
+bool frmMain::IsOfEquipmentMaker() const {
+    return IsOEM(Utf8Text(Services_.Executable.parent_path())) || IsOEM(Utf8Text(Services_.ProgramFolder));
+}
+
 void frmMain::mnuFileCompareFiles_Click() {
     frmFileCompare({.Setting = Services_.Setting, .Beep = Services_.Beep}, this).exec();
 }
@@ -57,11 +62,11 @@ void frmMain::mnuHelpBurnwickHelp_Click() {
         return;
     }
     const auto openLink = [this](const std::string& link) { WebEmail::Open(link, Services_.OpenLink); };
-    ShowHelp(file, IsOEM(Utf8Text(Services_.ProgramFolder)), openLink, *this);
+    ShowHelp(file, IsOfEquipmentMaker(), openLink, *this);
 }
 
 void frmMain::mnuHelpAbout_Click() {
-    if (IsOEM(Utf8Text(Services_.ProgramFolder))) {
+    if (IsOfEquipmentMaker()) {
         frmAboutOEM(Services_.Product, this).exec();
     } else {
         frmAbout(Services_.Product, Services_.OpenLink, this).exec();

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string_view>
 
+#include "log/LogPaths.h"
 #include "platform/FileLock.h"
 #include "platform/PlainText.h"
 
@@ -71,9 +72,9 @@ std::string RecordText(const ActivityRecord& record, bool full, const std::tm& n
 struct LogFiles {
     explicit LogFiles(const fs::path& folder)
         : Folder(folder),
-          Live(folder / "Burnwick.log"),
+          Live(LogPath(folder)),
           Scratch(folder / "Burnwick1.log"),
-          Lock(folder / "Burnwick.log.lock") {}
+          Lock(LogLockPath(folder)) {}
 
     fs::path Folder;
     fs::path Live;

@@ -4,9 +4,11 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QStringView>
 #include <QTextBlock>
+#include <QWheelEvent>
 #include <algorithm>
 #include <utility>
 
@@ -154,19 +156,36 @@ void LogBox::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+// Who has gone elsewhere meanwhile stays there.
+void LogBox::mousePressEvent(QMouseEvent* event) {
+    OnceWhole_ = {};
+    QPlainTextEdit::mousePressEvent(event);
+}
+
+void LogBox::wheelEvent(QWheelEvent* event) {
+    OnceWhole_ = {};
+    QPlainTextEdit::wheelEvent(event);
+}
+
+// Lines as they are in the text: without the ends that break long ones.
 QMimeData* LogBox::createMimeDataFromSelection() const {
     const QTextCursor cursor = textCursor();
     QString selected = cursor.selectedText();
     selected.replace(QChar::ParagraphSeparator, '\n');
     const qsizetype start = cursor.selectionStart() + Rest_;
-    for (auto left = static_cast<qsizetype>(Breaks_.size()); left > 0; --left) {
-        const qsizetype place = Breaks_[static_cast<std::size_t>(left) - 1] + left - 1 - start;
+    QString whole;
+    whole.reserve(selected.size());
+    qsizetype from = 0;
+    for (std::size_t index = 0; index < Breaks_.size(); ++index) {
+        const qsizetype place = Breaks_[index] + static_cast<qsizetype>(index) - start;
         if (place >= 0 && place < selected.size()) {
-            selected.remove(place, 1);
+            whole += QStringView(selected).mid(from, place - from);
+            from = place + 1;
         }
     }
+    whole += QStringView(selected).mid(from);
     auto* const copied = new QMimeData;
-    copied->setText(selected);
+    copied->setText(whole);
     return copied;
 }
 

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "log/LogPaths.h"
 #include "platform/FileLock.h"
 #include "platform/PlainText.h"
 #include "platform/ReadWholeFile.h"
@@ -20,10 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr std::uintmax_t LargestShown = 100'000'000;  // bytes; the viewer needs about ten times as much
 constexpr std::chrono::milliseconds LongestWait{500};
-
-fs::path LogIn(const fs::path& folder) {
-    return folder / "Burnwick.log";
-}
 
 std::string Told(const fs::path& path) {
     return PlainText(Utf8Text(path), ' ');
@@ -55,7 +52,7 @@ std::string WhyUnreadable(const fs::path& path) {
 }  // namespace
 
 LogFile ReadLogFile(const fs::path& folder) {
-    const auto path = LogIn(folder);
+    const auto path = LogPath(folder);
     std::error_code error;
     const auto size = fs::file_size(path, error);
     if (!error && size > LargestShown) {
@@ -71,7 +68,7 @@ LogFile ReadLogFile(const fs::path& folder) {
 
 // Who keeps the lock for longer than an entry takes, or a folder without locks, is not waited for.
 std::string ClearLogFile(const fs::path& folder) {
-    const auto path = LogIn(folder);
+    const auto path = LogPath(folder);
     const auto failed = [&path](const std::string& why) {
         return "The activity log could not be deleted:\n" + Told(path) + "\n\n" + why;
     };
@@ -82,7 +79,7 @@ std::string ClearLogFile(const fs::path& folder) {
     if (const auto type = fs::status(path, error).type(); IsSomethingElse(type)) {
         return failed(NoFile(type) + "\n\nMove it away.");
     }
-    const auto lock = LockFile(folder / "Burnwick.log.lock", LongestWait);
+    const auto lock = LockFile(LogLockPath(folder), LongestWait);
     fs::remove(path, error);
     return error ? failed(error.message() + ".\n\nCheck that you may write to its folder, then try again.")
                  : "";

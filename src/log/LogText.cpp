@@ -140,18 +140,13 @@ std::string LogText(std::string_view content) {
 }
 
 BoxText NotFoundBox(std::string_view searchText) {
-    constexpr std::size_t longest = 100;  // bytes, which fit the screen
-    std::string told(searchText);
-    if (told.size() > longest) {
-        std::size_t end = 0;
-        for (std::size_t next = 0; next <= longest;
-             next += std::max<std::size_t>(CharacterLength(told, next), 1)) {
-            end = next;
-        }
-        told.resize(end);
-        told += "\u2026";
+    constexpr int longest = 150;  // characters, which fit the screen
+    std::size_t end = 0;
+    for (int count = 0; count < longest && end < searchText.size(); ++count) {
+        end += std::max<std::size_t>(CharacterLength(searchText, end), 1);
     }
-    return {"Not Found", "Cannot find \"" + told + "\"."};
+    const std::string told(searchText.substr(0, end));
+    return {"Not Found", "Cannot find \"" + told + (end < searchText.size() ? "\u2026" : "") + "\"."};
 }
 
 BoxText ClearLogQuestion() {

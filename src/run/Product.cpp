@@ -25,8 +25,8 @@ std::string VersionText(const Product& product) {
     return "Version " + Version(product) + " (Build " + BuildNumber(product) + ")";
 }
 
-bool IsOEM(const std::string& programFolder) {
-    return programFolder.find("OEM") != std::string::npos;
+bool IsOEM(const std::string& folder) {
+    return folder.find("OEM") != std::string::npos;
 }
 
 }  // namespace burnwick

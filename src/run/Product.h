@@ -21,7 +21,7 @@ std::string BuildNumber(const Product& product);
 // "Version 2.08 (Build 2.08.1000)"
 std::string VersionText(const Product& product);
 
-// True for a program folder (its path) that marks the program as one of an equipment maker's.
-bool IsOEM(const std::string& programFolder);
+// True for a folder (its path) that marks the program in it as one of an equipment maker's.
+bool IsOEM(const std::string& folder);
 
 }  // namespace burnwick

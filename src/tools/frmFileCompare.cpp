@@ -101,12 +101,11 @@ void frmFileCompare::cmdFile2_Click() {
 void frmFileCompare::SelectFile(const std::string& title, QLineEdit& file) {
     const std::string chosen =
         AskForFileToOpen(this, title, "Binary File (*.Bin)", Services_.Setting("Path", "LastPath"));
-    if (chosen.empty()) {
-        return;
+    if (!chosen.empty()) {
+        file.setText(QString::fromStdString(chosen));
     }
-    file.setText(QString::fromStdString(chosen));
-    EnableCompare();
-    if (Ui_->cmdCompare->isEnabled()) {
+    Ui_->cmdCompare->setEnabled(BothFilesAreNamed());
+    if (!chosen.empty() && Ui_->cmdCompare->isEnabled()) {
         Ui_->cmdCompare->setFocus();
     }
 }
@@ -115,12 +114,13 @@ void frmFileCompare::SelectFile(const std::string& title, QLineEdit& file) {
 void frmFileCompare::txtFile_Change() {
     ShowText(*Ui_->lblStatus, IdleStatus);
     ShowDifferences({});
-    EnableCompare();
+    if (!IsComparing_ && BothFilesAreNamed()) {
+        Ui_->cmdCompare->setEnabled(true);
+    }
 }
 
-void frmFileCompare::EnableCompare() {
-    Ui_->cmdCompare->setEnabled(!IsComparing_ && !Ui_->txtFile1->text().isEmpty()
-                                && !Ui_->txtFile2->text().isEmpty());
+bool frmFileCompare::BothFilesAreNamed() const {
+    return !Ui_->txtFile1->text().isEmpty() && !Ui_->txtFile2->text().isEmpty();
 }
 
 void frmFileCompare::cmdCompare_Click() {
@@ -181,7 +181,7 @@ void frmFileCompare::SetComparing(bool comparing) {
         IsClosed_ = false;
         ShowText(*Ui_->lblStatus, ComparingStatus);
     }
-    EnableCompare();
+    Ui_->cmdCompare->setEnabled(!comparing);
     Ui_->Frame1->setEnabled(!comparing);
     Ui_->fraDifferences->setEnabled(!comparing);
 }

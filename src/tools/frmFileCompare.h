@@ -47,7 +47,7 @@ private:
     void SelectFile(const std::string& title, QLineEdit& file);
     void Compare(const std::string& file1, const std::string& file2);
     void SetComparing(bool comparing);
-    void EnableCompare();
+    bool BothFilesAreNamed() const;
     void SetUpDifferences();
     void ShowDifferences(modBinFileInfo::DifferingRanges ranges);
     void MakeRoomForDifferences(bool shown);

@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QPalette>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -60,10 +62,29 @@ protected:
         constexpr int rounding = 2;
         return (Form().frameGeometry().center() - screen.center()).manhattanLength() <= rounding;
     }
+    // As the desktop is, and as a dark one would have it; on a screen with more pixels, under another name.
     void TakePicture(const std::string& name) {
         ASSERT_TRUE(QDir().mkpath(PICTURES));
-        EXPECT_TRUE(Form().grab().save(QString(PICTURES "/%1.png").arg(QString::fromStdString(name))));
+        const double scale = Form().devicePixelRatio();
+        const QString pixels = scale > 1 ? QString("@%1x").arg(scale) : QString();
+        const auto save = [&](const QString& kind) {
+            const QString file = QString::fromStdString(PICTURES "/" + name) + kind + pixels + ".png";
+            EXPECT_TRUE(Form().grab().save(file));
+        };
+        save("");
+        const QPalette before = QApplication::palette();
+        QApplication::setPalette(DarkPalette());
+        save("-dark");
+        QApplication::setPalette(before);
     }
+    static QPalette DarkPalette() {
+        QPalette dark(QColor(0x3a, 0x3a, 0x3a), QColor(0x2b, 0x2b, 0x2b));
+        dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+        dark.setColor(QPalette::Link, QColor(0x6a, 0xb0, 0xf3));
+        return dark;
+    }
+
+    QWidget* Parent = nullptr;  // of the form that New is to make
 
 private:
     std::unique_ptr<QDialog> Form_;

@@ -53,7 +53,7 @@ WindowTest::WindowTest()
                 OnStore(section + "/" + key);
             },
         .ProgramFolder = {},
-        .Executable = "/opt/burnwick/Burnwick",
+        .Executable = {},
         .Shell = Shell,
         .Copies =
             [this](const std::string& title) {
@@ -89,6 +89,7 @@ bool WindowTest::Start(const std::string& commandLine) {
     Services_.Product = {
         .Title = Title, .Major = 2, .Minor = 8, .Revision = 1000, .WebSite = "https://www.burnwick.example/"};
     Services_.ProgramFolder = Folder.Path() / ProgramFolder;
+    Services_.Executable = Executable;
     Services_.CommandLine = commandLine;
     Services_.Debug = Debug;
     Devices_ = 0;

@@ -67,6 +67,7 @@ protected:
     std::filesystem::path HelpFile;
     std::string Title = "Burnwick";
     std::string ProgramFolder = "home";  // its name in Folder
+    std::filesystem::path Executable = "/opt/burnwick/Burnwick";
 
 private:
     std::unique_ptr<SerialDevice> NewDevice();

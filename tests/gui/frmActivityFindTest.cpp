@@ -1,51 +1,22 @@
 // The find dialog of the activity log.
 #include "log/frmActivityFind.h"
 
-#include <gmock/gmock.h>
-
 #include <QCheckBox>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QScreen>
-#include <QTest>
-#include <memory>
+
+#include "gui/FormTest.h"
 
 namespace burnwick::test {
 
-class frmActivityFindTest : public ::testing::Test {
+class frmActivityFindTest : public FormTest {
 protected:
-    frmActivityFind& Form(QWidget* parent = nullptr) {
-        if (!Form_) {
-            Form_ = std::make_unique<frmActivityFind>(Query, parent);
-            Form_->show();
-            Form_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(Form_.get()));
-        }
-        return *Form_;
-    }
-    void Destroy() { Form_.reset(); }
+    std::unique_ptr<QDialog> New() override { return std::make_unique<frmActivityFind>(Query, Parent); }
 
-    template <typename Control>
-    Control& Find(const char* name) {
-        auto* const control = Form().findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return *control;
-    }
-    QLineEdit& Text() { return Find<QLineEdit>("txtFind"); }
+    QLineEdit& Wanted() { return Find<QLineEdit>("txtFind"); }
     QCheckBox& Match() { return Find<QCheckBox>("chkMatch"); }
-    QPushButton& Button(const char* name) { return Find<QPushButton>(name); }
-    void Click(QPushButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(Form().focusWidget(), key, modifiers);
-    }
-    void CheckMatch() { QTest::mouseClick(&Match(), Qt::LeftButton, {}, QPoint(8, Match().height() / 2)); }
 
     LogQuery Query;
-
-private:
-    std::unique_ptr<frmActivityFind> Form_;
 };
 
 TEST_F(frmActivityFindTest, AsksWhatToFind) {
@@ -55,12 +26,12 @@ TEST_F(frmActivityFindTest, AsksWhatToFind) {
     EXPECT_EQ(Button("cmdFind").text(), "&Find");
     EXPECT_EQ(Button("cmdCancel").text(), "&Cancel");
     EXPECT_TRUE(Form().isModal());
-    EXPECT_EQ(Form().focusWidget(), &Text());
+    EXPECT_EQ(Form().focusWidget(), &Wanted());
 }
 
 TEST_F(frmActivityFindTest, OffersFindWhileThereIsAText) {
     EXPECT_FALSE(Button("cmdFind").isEnabled());
-    QTest::keyClicks(&Text(), " ");
+    QTest::keyClicks(&Wanted(), " ");
     EXPECT_TRUE(Button("cmdFind").isEnabled());
     Press(Qt::Key_Backspace);
     EXPECT_FALSE(Button("cmdFind").isEnabled());
@@ -69,10 +40,10 @@ TEST_F(frmActivityFindTest, OffersFindWhileThereIsAText) {
 TEST_F(frmActivityFindTest, SelectsTheTextOfTheLastSearchForOvertyping) {
     Query.Text = "Flashed";
     Form();
-    EXPECT_EQ(Text().selectedText(), "Flashed");
+    EXPECT_EQ(Wanted().selectedText(), "Flashed");
     EXPECT_TRUE(Button("cmdFind").isEnabled());
-    QTest::keyClicks(&Text(), "S");
-    EXPECT_EQ(Text().text(), "S");
+    QTest::keyClicks(&Wanted(), "S");
+    EXPECT_EQ(Wanted().text(), "S");
 }
 
 TEST_F(frmActivityFindTest, ShowsWhetherCaseMatteredLastTime) {
@@ -81,8 +52,8 @@ TEST_F(frmActivityFindTest, ShowsWhetherCaseMatteredLastTime) {
 }
 
 TEST_F(frmActivityFindTest, GivesTextAndMatchCaseOnFind) {
-    QTest::keyClicks(&Text(), " Flashed & <b> ");
-    CheckMatch();
+    QTest::keyClicks(&Wanted(), " Flashed & <b> ");
+    Tick("chkMatch");
     EXPECT_EQ(Query.Text, "") << "nothing before Find";
     Click(Button("cmdFind"));
     EXPECT_EQ(Query.Text, " Flashed & <b> ");
@@ -91,7 +62,7 @@ TEST_F(frmActivityFindTest, GivesTextAndMatchCaseOnFind) {
 }
 
 TEST_F(frmActivityFindTest, TakesEnterForFind) {
-    QTest::keyClicks(&Text(), "Flashed");
+    QTest::keyClicks(&Wanted(), "Flashed");
     Press(Qt::Key_Return);
     EXPECT_EQ(Query.Text, "Flashed");
     EXPECT_FALSE(Form().isVisible());
@@ -105,7 +76,7 @@ TEST_F(frmActivityFindTest, TakesEnterForNothingWithoutAText) {
 
 TEST_F(frmActivityFindTest, EmptiesTheTextButKeepsMatchCaseOnCancel) {
     Query.Text = "Flashed";
-    CheckMatch();
+    Tick("chkMatch");
     Click(Button("cmdCancel"));
     EXPECT_EQ(Query.Text, "");
     EXPECT_TRUE(Query.MatchCase);
@@ -159,7 +130,8 @@ TEST_F(frmActivityFindTest, StandsOverTheViewer) {
     QWidget viewer;
     viewer.setGeometry(100, 60, 500, 400);
     viewer.show();
-    Form(&viewer);
+    Parent = &viewer;
+    Form();
     const QPoint away = Form().frameGeometry().center() - viewer.frameGeometry().center();
     EXPECT_LE(away.manhattanLength(), 2);
     Destroy();
@@ -171,7 +143,8 @@ TEST_F(frmActivityFindTest, StaysOnTheScreenWhereverTheViewerIs) {
     for (const QPoint place : {screen.topLeft() - QPoint(350, 350), screen.bottomRight() - QPoint(20, 20)}) {
         viewer.setGeometry(QRect(place, QSize(400, 400)));
         viewer.show();
-        Form(&viewer);
+        Parent = &viewer;
+        Form();
         EXPECT_TRUE(screen.contains(Form().frameGeometry()));
         Destroy();
     }
@@ -185,8 +158,7 @@ TEST_F(frmActivityFindTest, CallsItsControlsByTheirNames) {
 
 TEST_F(frmActivityFindTest, HasItsPictureTaken) {
     Query.Text = "Flashed";
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
-    EXPECT_TRUE(Form().grab().save(PICTURES "/frmActivityFind.png"));
+    TakePicture("frmActivityFind");
 }
 
 }  // namespace burnwick::test

@@ -198,6 +198,15 @@ TEST_F(frmActivityTest, GoesToTheBeginningOfABigLogOnceItIsThere) {
     EXPECT_EQ(Log().verticalScrollBar()->value(), 0);
 }
 
+TEST_F(frmActivityTest, StaysWhereTheUserClickedMeanwhile) {
+    LogHolds(BigLog(40'000));
+    Form();
+    Press(Qt::Key_Home, Qt::ControlModifier);
+    QTest::mouseClick(Log().viewport(), Qt::LeftButton, {}, QPoint(20, 20));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Log().blockCount() == 40'004; }, 60'000));
+    EXPECT_FALSE(Log().textCursor().atStart());
+}
+
 TEST_F(frmActivityTest, SelectsAllOfABigLogOnceItIsThere) {
     LogHolds(BigLog(40'000));
     Form();

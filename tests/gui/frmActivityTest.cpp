@@ -224,25 +224,13 @@ TEST_F(frmActivityTest, HasRoomFor80ColumnsAndCanBeResized) {
 
 TEST_F(frmActivityTest, HasItsPictureTaken) {
     LogHolds(TwoRecords);
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
     LookFor("flashed");
-    EXPECT_TRUE(Form().grab().save(PICTURES "/frmActivity.png"));
+    TakePicture("frmActivity");
 }
 
 TEST_F(frmActivityTest, HasItsPictureTakenWithoutALog) {
     fs::create_directory(Live);
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
-    EXPECT_TRUE(Form().grab().save(PICTURES "/frmActivity-none.png"));
-}
-
-TEST_F(frmActivityTest, HasItsPictureTakenInTheDark) {
-    LogHolds(TwoRecords);
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
-    const QPalette before = QApplication::palette();
-    QApplication::setPalette(QPalette(QColor(45, 45, 48)));
-    EXPECT_TRUE(Form().grab().save(PICTURES "/frmActivity-dark.png"));
-    Destroy();
-    QApplication::setPalette(before);
+    TakePicture("frmActivity-none");
 }
 
 }  // namespace burnwick::test

@@ -228,7 +228,8 @@ TEST_F(frmCOMPortSettingTest, StandsBelowTheTopOfTheMainWindow) {
     QWidget mainWindow;
     mainWindow.setGeometry(30, 40, 300, 200);
     mainWindow.show();
-    Form(&mainWindow);
+    Parent = &mainWindow;
+    Form();
     const int below = Form().frameGeometry().top() - mainWindow.frameGeometry().top();
     EXPECT_EQ(below, 1000 * mainWindow.logicalDpiY() / 1440);
     const int away =
@@ -241,7 +242,8 @@ TEST_F(frmCOMPortSettingTest, StandsOnTheScreenWhenTheMainWindowDoesNot) {
     QWidget mainWindow;
     mainWindow.setGeometry(0, mainWindow.screen()->availableGeometry().bottom() - 20, 300, 200);
     mainWindow.show();
-    Form(&mainWindow);
+    Parent = &mainWindow;
+    Form();
     EXPECT_LE(Form().frameGeometry().bottom(), mainWindow.screen()->availableGeometry().bottom());
     Form().setParent(nullptr);
 }
@@ -252,14 +254,12 @@ TEST_F(frmCOMPortSettingTest, CannotBeResized) {
 }
 
 TEST_F(frmCOMPortSettingTest, HasItsPictureTaken) {
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
-    EXPECT_TRUE(Form().grab().save(PICTURES "/frmCOMPortSetting.png"));
+    TakePicture("frmCOMPortSetting");
 }
 
 TEST_F(frmCOMPortSettingTest, HasItsPictureTakenWithoutAPort) {
     There.clear();
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
-    EXPECT_TRUE(Form().grab().save(PICTURES "/frmCOMPortSetting-none.png"));
+    TakePicture("frmCOMPortSetting-none");
 }
 
 }  // namespace burnwick::test

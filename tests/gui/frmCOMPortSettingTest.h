@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "forms/DropDownList.h"
+#include "gui/FormTest.h"
 #include "platform/BoxText.h"
 #include "ports/PortTable.h"
 #include "ports/frmCOMPortSetting.h"
@@ -26,7 +27,7 @@
 namespace burnwick::test {
 
 // Three ports, COM1 (which is saved), COM6 and COM16, at 115200 bit/s.
-class frmCOMPortSettingTest : public ::testing::Test {
+class frmCOMPortSettingTest : public FormTest {
 protected:
     frmCOMPortSettingTest()
         : Device(*new SomePorts(Loop, There)),  // owned by Control
@@ -35,37 +36,25 @@ protected:
         QApplication::setDoubleClickInterval(1);
     }
 
-    frmCOMPortSetting& Form(QWidget* parent = nullptr) {
-        if (!Form_) {
-            Form_ = std::make_unique<frmCOMPortSetting>(
-                frmCOMPortSetting::Services{
-                    .Control = Control,
-                    .Setting = Read,
-                    .Store =
-                        [this](const auto& section, const auto& key, const auto& value) {
-                            Settings[section + "/" + key] = value;
-                            Note("store " + section + "/" + key + "=" + value);
-                        },
-                    .ShowChoice =
-                        [this](int port, const std::string& baudRate) {
-                            Note("show COM" + std::to_string(port) + " " + baudRate);
-                        },
-                    .LogBaudRateChange = [this](bool to57600) { Note(to57600 ? "log 57600" : "log 115200"); },
-                },
-                parent);
-            Form_->show();
-            Form_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(Form_.get()));
-        }
-        return *Form_;
+    std::unique_ptr<QDialog> New() override {
+        return std::make_unique<frmCOMPortSetting>(
+            frmCOMPortSetting::Services{
+                .Control = Control,
+                .Setting = Read,
+                .Store =
+                    [this](const auto& section, const auto& key, const auto& value) {
+                        Settings[section + "/" + key] = value;
+                        Note("store " + section + "/" + key + "=" + value);
+                    },
+                .ShowChoice =
+                    [this](int port, const std::string& baudRate) {
+                        Note("show COM" + std::to_string(port) + " " + baudRate);
+                    },
+                .LogBaudRateChange = [this](bool to57600) { Note(to57600 ? "log 57600" : "log 115200"); },
+            },
+            Parent);
     }
 
-    template <typename Control>
-    Control& Find(const char* name) {
-        auto* const control = Form().findChild<Control*>(name);
-        EXPECT_NE(control, nullptr) << name;
-        return *control;
-    }
     DropDownList& List() { return Find<DropDownList>("cboPort"); }
     QPushButton& OK() { return Find<QPushButton>("cmdOK"); }
     QPushButton& Cancel() { return Find<QPushButton>("cmdCancel"); }
@@ -87,7 +76,7 @@ protected:
     void Click(QRadioButton& option) {
         QTest::mouseClick(&option, Qt::LeftButton, {}, QPoint(8, option.height() / 2));
     }
-    void Click(QPushButton& button) { QTest::mouseClick(&button, Qt::LeftButton); }
+    using FormTest::Click;
     void DropDown() {
         QTest::mouseClick(&List(), Qt::LeftButton);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(List().view()->window()));
@@ -112,7 +101,6 @@ protected:
             QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
         });
     }
-    void Press(Qt::Key key) { QTest::keyClick(Form().focusWidget(), key); }
     void Note(const std::string& call) { Calls.push_back(call); }
 
     std::map<std::string, std::string> Settings{{"COMPort/COM", "1"}, {"COMPort/BaudRate", "1"}};
@@ -125,9 +113,6 @@ protected:
     SomePorts& Device;
     MSComm Control;
     BoxText Box;  // the message box that was shown
-
-private:
-    std::unique_ptr<frmCOMPortSetting> Form_;
 };
 
 }  // namespace burnwick::test

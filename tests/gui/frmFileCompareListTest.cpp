@@ -14,8 +14,6 @@ using ::testing::StartsWith;
 
 class frmFileCompareListTest : public frmFileCompareTest {
 protected:
-    ~frmFileCompareListTest() override { QApplication::setPalette(QPalette()); }
-
     std::vector<std::string> Row(int row) {
         std::vector<std::string> texts;
         for (int column = 0; column < List().model()->columnCount(); ++column) {
@@ -32,13 +30,7 @@ protected:
         CompareWithOther({0x1000, 0x2001, 0x2002, 0x3003});
         Click(Disclosure());
     }
-    void Picture(const std::string& name) {
-        const double ratio = Form().screen()->devicePixelRatio();
-        const QString scale = ratio == 1 ? "" : "@" + QString::number(ratio) + "x";
-        ASSERT_TRUE(QDir().mkpath(PICTURES));
-        EXPECT_TRUE(
-            Form().grab().save(PICTURES "/frmFileCompare" + QString::fromStdString(name) + scale + ".png"));
-    }
+    void Picture(const std::string& name) { TakePicture("frmFileCompare" + name); }
 };
 
 TEST_F(frmFileCompareListTest, HasNothingToShowAtFirst) {
@@ -204,15 +196,6 @@ TEST_F(frmFileCompareListTest, HasItsPictureTaken) {
     Click(Disclosure());
     ClickRow(1);
     Picture("-long-list");
-}
-
-TEST_F(frmFileCompareListTest, HasItsPictureTakenInTheDark) {
-    QPalette palette(QColor(0x3a, 0x3a, 0x3a), QColor(0x2b, 0x2b, 0x2b));
-    palette.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-    QApplication::setPalette(palette);
-    CompareWithOther({0x1000, 0x1004, 0x1005, 0x2003});
-    Click(Disclosure());
-    Picture("-dark");
 }
 
 }  // namespace burnwick::test

@@ -39,18 +39,27 @@ TEST_F(frmFileCompareTest, CallsItsControlsByTheirNames) {
 }
 
 TEST_F(frmFileCompareTest, StandsInTheMiddleOfTheScreen) {
-    const QPoint away = Form().frameGeometry().center() - Form().screen()->availableGeometry().center();
-    EXPECT_LE(away.manhattanLength(), 2);
+    EXPECT_TRUE(StandsInTheMiddle());
 }
 
-TEST_F(frmFileCompareTest, ComparesOnlyWhenBothFilesAreNamed) {
-    EXPECT_FALSE(CompareButton().isEnabled());
-    QTest::keyClicks(&File(1), "a");
+TEST_F(frmFileCompareTest, ComparesAgainOnceBothFilesAreTyped) {
+    User.TypeFile(Here);
+    Click("cmdFile1");
     EXPECT_FALSE(CompareButton().isEnabled());
     QTest::keyClicks(&File(2), "b");
     EXPECT_TRUE(CompareButton().isEnabled());
-    QTest::keyClick(&File(1), Qt::Key_Backspace);
+}
+
+TEST_F(frmFileCompareTest, ComparesNothingWhileAChosenFileIsTheOnlyOne) {
+    Choose("a.bin", "");
+    User.Escape();
+    Click("cmdFile2");
     EXPECT_FALSE(CompareButton().isEnabled());
+}
+
+TEST_F(frmFileCompareTest, TakesNoDroppedAddressForAPath) {
+    EXPECT_FALSE(File(1).acceptDrops());
+    EXPECT_FALSE(File(2).acceptDrops());
 }
 
 TEST_F(frmFileCompareTest, TakesAFileFromItsDialog) {
@@ -177,6 +186,15 @@ protected:
         EXPECT_TRUE(Form().isVisible());
     }
 };
+
+TEST_F(frmFileCompareRefusal, WithoutAFile1) {
+    ExpectRefusal({"", "", "File 1", "Select a file for File 1."});
+    ExpectRefusal({"", Here, "File 1", "Select a file for File 1."});
+}
+
+TEST_F(frmFileCompareRefusal, WithoutAFile2) {
+    ExpectRefusal({Here, "", "File 2", "Select a file for File 2."});
+}
 
 TEST_F(frmFileCompareRefusal, OfAFile1ThatDoesNotExist) {
     ExpectRefusal({Folder / "gone.bin", Here, "File 1", "File 1 does not exist."});
@@ -343,12 +361,12 @@ TEST_F(frmFileCompareTest, ComparesOnEnterAndClosesOnEscape) {
     EXPECT_FALSE(Form().isVisible());
 }
 
-TEST_F(frmFileCompareTest, DoesNothingOnEnterWithoutFiles) {
+TEST_F(frmFileCompareTest, AsksForAFileOnEnterWithoutOne) {
+    Form();
+    User.ClickInBox(QMessageBox::Ok);
     Press(Qt::Key_Return);
-    EXPECT_TRUE(Form().isVisible());
-    EXPECT_EQ(Status(), "Status:");
-    EXPECT_THAT(User.Boxes(), IsEmpty());
-    EXPECT_THAT(User.Dialogs(), IsEmpty());
+    EXPECT_EQ(Status(), "Status: Select a file for File 1.");
+    EXPECT_EQ(Focus(), "txtFile1");
 }
 
 TEST_F(frmFileCompareTest, ClosesOnItsButton) {

@@ -1,10 +1,13 @@
 // The ways to leave the window, and what a run makes of them.
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QWindow>
 #include <filesystem>
+#include <fstream>
 
 #include "gui/WindowTest.h"
 
@@ -128,6 +131,35 @@ TEST_F(frmMainClose, ASecondQuitWhileARunWindsDownClosesAtItsEnd) {
     });
     Download(Image());
     EXPECT_FALSE(Window->isVisible());
+}
+
+TEST_F(frmMainClose, AProgramThatIsEndedLeavesThroughAllItsDialogs) {
+    const auto log = Folder.Path() / "home/Burnwick.log";
+    std::ofstream(log) << "C:\\unit.bin\r\n";
+    Start();
+    User.Next([](QDialog& viewer) {
+        QTest::mouseClick(viewer.findChild<QPushButton*>("cmdClear"), Qt::LeftButton);
+    });
+    User.Next([this](QDialog& question) {
+        EXPECT_EQ(question.windowTitle(), "Clear Activity Log");
+        Window->Unload();
+    });
+    Trigger("mnuToolViewLog");
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_TRUE(fs::exists(log)) << "nobody has said Yes";
+}
+
+TEST_F(frmMainClose, AProgramThatIsEndedLeavesAComparison) {
+    Start();
+    User.Next([this](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>("txtFile1")->setText(QString::fromStdString(Image("one.bin")));
+        dialog.findChild<QLineEdit*>("txtFile2")->setText(QString::fromStdString(Image("two.bin")));
+        QTimer::singleShot(0, Window.get(), [this] { Window->Unload(); });
+        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdCompare"), Qt::LeftButton);
+    });
+    Trigger("mnuFileCompareFiles");
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_EQ(Beeps, 0) << "it has no result";
 }
 
 }  // namespace burnwick::test

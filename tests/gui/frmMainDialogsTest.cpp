@@ -162,7 +162,16 @@ TEST_F(frmMainDialogs, AboutIsAnotherOneInAFolderOfAnEquipmentMaker) {
     EXPECT_THAT(User.Dialogs(), ElementsAre("About Burnwick (OEM)"));
 }
 
+TEST_F(frmMainDialogs, AboutIsAnotherOneForAProgramThatIsInstalledInSuchAFolder) {
+    Executable = "/opt/OEM/Tools/Burnwick";
+    Start();
+    User.Escape();
+    Trigger("mnuHelpAbout");
+    EXPECT_THAT(User.Dialogs(), ElementsAre("About Burnwick (OEM)"));
+}
+
 TEST_F(frmMainDialogs, AboutIsTheUsualOneInAFolderOfSmallLetters) {
+    Executable = "/opt/oem/tools/Burnwick";
     ProgramFolder = "oem tools";
     Start();
     User.Escape();

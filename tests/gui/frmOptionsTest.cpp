@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "gui/FakeDesktop.h"
 #include "gui/FormTest.h"
+#include "support/FakeShell.h"
 
 namespace burnwick::test {
 
@@ -23,7 +23,7 @@ protected:
 
     std::unique_ptr<QDialog> New() override {
         return std::make_unique<frmOptions>(frmOptions::Services{
-            .Setting = [this](const auto&, const auto& key) { return Stored[key]; },
+            .Setting = [this](const auto& section, const auto& key) { return Stored[section + "/" + key]; },
             .Store = [this](const auto& section, const auto& key,
                             const auto& value) { Done.push_back(section + "/" + key + "=" + value); },
             .Shell = Shell,
@@ -42,7 +42,7 @@ protected:
     }
 
     FakeShell Shell;
-    std::map<std::string, std::string> Stored;  // of section Options
+    std::map<std::string, std::string> Stored;  // "Options/Verify" and so on
     std::vector<std::string> Done;              // in order
 };
 
@@ -75,36 +75,36 @@ TEST_F(frmOptionsTest, ShowsNothingTickedWithoutSettings) {
 }
 
 TEST_F(frmOptionsTest, ShowsTheStoredSettings) {
-    Stored = {{"ContextMenu", "Yes"}, {"Desktop", "Yes"}, {"Verify", "1"}};
+    Stored = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "Yes"}, {"Options/Verify", "1"}};
     EXPECT_TRUE(IsTicked("chkVerify"));
     EXPECT_TRUE(IsTicked("chkDesktop"));
     EXPECT_TRUE(IsTicked("chkFlashMenu"));
 }
 
 TEST_F(frmOptionsTest, TakesAnyOtherSettingForNo) {
-    Stored = {{"ContextMenu", "yes"}, {"Desktop", "1"}, {"Verify", "Yes"}};
+    Stored = {{"Options/ContextMenu", "yes"}, {"Options/Desktop", "1"}, {"Options/Verify", "Yes"}};
     EXPECT_FALSE(IsTicked("chkVerify"));
     EXPECT_FALSE(IsTicked("chkDesktop"));
     EXPECT_FALSE(IsTicked("chkFlashMenu"));
 }
 
 TEST_F(frmOptionsTest, SelectsDisable) {
-    Stored["LogOption"] = "&Disable";
+    Stored["Options/LogOption"] = "&Disable";
     EXPECT_THAT(Selected(), ElementsAre(0));
 }
 
 TEST_F(frmOptionsTest, SelectsSummary) {
-    Stored["LogOption"] = "&Summary";
+    Stored["Options/LogOption"] = "&Summary";
     EXPECT_THAT(Selected(), ElementsAre(1));
 }
 
 TEST_F(frmOptionsTest, SelectsAll) {
-    Stored["LogOption"] = "&All";
+    Stored["Options/LogOption"] = "&All";
     EXPECT_THAT(Selected(), ElementsAre(2));
 }
 
 TEST_F(frmOptionsTest, SelectsSummaryForAnyOtherSetting) {
-    Stored["LogOption"] = "All";
+    Stored["Options/LogOption"] = "All";
     EXPECT_THAT(Selected(), ElementsAre(1));
 }
 
@@ -125,7 +125,7 @@ TEST_F(frmOptionsTest, PutsBothOnTheDesktopAndStoresAllOnOK) {
 }
 
 TEST_F(frmOptionsTest, TakesBothFromTheDesktopOnOK) {
-    Stored = {{"ContextMenu", "Yes"}, {"Desktop", "Yes"}, {"Verify", "1"}};
+    Stored = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "Yes"}, {"Options/Verify", "1"}};
     Tick("chkVerify");
     Tick("chkDesktop");
     Tick("chkFlashMenu");
@@ -136,7 +136,7 @@ TEST_F(frmOptionsTest, TakesBothFromTheDesktopOnOK) {
 }
 
 TEST_F(frmOptionsTest, StoresWhatItBeganWithOnOK) {
-    Stored = {{"LogOption", "nonsense"}};
+    Stored = {{"Options/LogOption", "nonsense"}};
     Click("cmdOK");
     EXPECT_THAT(Done, AllOf(Contains("Options/LogOption=&Summary"), Contains("Options/Verify=0")));
 }
@@ -167,7 +167,7 @@ TEST_F(frmOptionsTest, BeginsWithTheVerification) {
 }
 
 TEST_F(frmOptionsTest, IsWalkedThroughWithTheTabKey) {
-    Stored["LogOption"] = "&Disable";
+    Stored["Options/LogOption"] = "&Disable";
     std::vector<std::string> stops;
     for (int stop = 0; stop < 7; ++stop) {
         Form();
@@ -213,7 +213,10 @@ TEST_F(frmOptionsTest, CannotBeResized) {
 }
 
 TEST_F(frmOptionsTest, HasItsPictureTaken) {
-    Stored = {{"ContextMenu", "Yes"}, {"Desktop", "No"}, {"Verify", "1"}, {"LogOption", "&All"}};
+    Stored = {{"Options/ContextMenu", "Yes"},
+              {"Options/Desktop", "No"},
+              {"Options/Verify", "1"},
+              {"Options/LogOption", "&All"}};
     TakePicture("frmOptions");
 }
 

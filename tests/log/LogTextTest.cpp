@@ -95,12 +95,20 @@ TEST(NotFoundBox, TellsWhatWasLookedFor) {
     EXPECT_EQ(box.Text, "Cannot find \"Flash & <b>\".");
 }
 
-TEST(NotFoundBox, TellsTheBeginningOfALongText) {
+TEST(NotFoundBox, TellsATextOf150CharactersWhole) {
     std::string text;
-    for (int times = 0; times < 101; ++times) {
+    for (int times = 0; times < 150; ++times) {
         text += "\u65E5";
     }
-    EXPECT_EQ(NotFoundBox(text).Text, "Cannot find \"" + text.substr(0, 99) + "\u2026\".");
+    EXPECT_EQ(NotFoundBox(text).Text, "Cannot find \"" + text + "\".");
+}
+
+TEST(NotFoundBox, TellsTheBeginningOfALongerText) {
+    std::string text;
+    for (int times = 0; times < 150; ++times) {
+        text += "\u65E5";
+    }
+    EXPECT_EQ(NotFoundBox(text + "x").Text, "Cannot find \"" + text + "\u2026\".");
 }
 
 TEST(ClearLogQuestion, AsksWhetherTheUserIsSure) {

@@ -20,11 +20,15 @@ QString Shown(const QWidget& control) {
 
 void NameControls(QWidget& form) {
     form.setAccessibleName(form.objectName());
+    form.setAccessibleDescription(form.windowTitle());
+    QObject::connect(&form, &QWidget::windowTitleChanged, &form, &QWidget::setAccessibleDescription);
     for (QWidget* const control : form.findChildren<QWidget*>()) {
         // What Qt made for itself stays as it is.
         if (!control->objectName().isEmpty() && !control->objectName().startsWith("qt_")) {
             control->setAccessibleName(control->objectName());
-            control->setAccessibleDescription(Shown(*control));
+            if (control->accessibleDescription().isEmpty()) {
+                control->setAccessibleDescription(Shown(*control));
+            }
         }
     }
 }

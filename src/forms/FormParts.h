@@ -10,7 +10,8 @@ class QWidget;
 namespace burnwick {
 
 // Gives the form and its controls their object names as accessible names: tests and screen readers know them
-// by these. What a control shows is its accessible description.
+// by these. What a control shows is its accessible description, unless its form file gives it one; a form's
+// is its caption.
 void NameControls(QWidget& form);
 
 // Shows a text, to screen readers too.

@@ -1,11 +1,57 @@
 #include "tools/LinkLabel.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 namespace burnwick {
 
+namespace {
+
+// To a screen reader a link, and not a label: it can be pressed.
+class AccessibleLink final : public QAccessibleWidget {
+public:
+    explicit AccessibleLink(LinkLabel& link) : QAccessibleWidget(&link, QAccessible::Link), Link_(link) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.linked = true;
+        return state;
+    }
+    QStringList actionNames() const override {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (Link_.isEnabled()) {
+            names.prepend(pressAction());
+        }
+        return names;
+    }
+    void doAction(const QString& action) override {
+        if (action != pressAction()) {
+            QAccessibleWidget::doAction(action);
+        } else if (Link_.isEnabled()) {
+            // The screen reader waits for its answer, and need not wait for a message box.
+            QMetaObject::invokeMethod(&Link_, &LinkLabel::Clicked, Qt::QueuedConnection);
+        }
+    }
+
+private:
+    LinkLabel& Link_;
+};
+
+QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
+    auto* const link = qobject_cast<LinkLabel*>(object);
+    return link == nullptr ? nullptr : new AccessibleLink(*link);
+}
+
+}  // namespace
+
 LinkLabel::LinkLabel(QWidget* parent) : QLabel(parent) {
+    static const bool accessible = [] {
+        QAccessible::installFactory(MakeAccessible);
+        return true;
+    }();
+    Q_UNUSED(accessible);
     setTextFormat(Qt::PlainText);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);

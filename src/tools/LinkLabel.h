@@ -4,7 +4,8 @@
 
 namespace burnwick {
 
-// A text to click on. It looks like a link while the pointer is over it, or the focus on it.
+// A text to click on. It looks like a link while the pointer is over it, or the focus on it. To a screen
+// reader it is one, with the action to press it.
 class LinkLabel final : public QLabel {
     Q_OBJECT
 

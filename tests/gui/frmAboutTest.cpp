@@ -1,5 +1,6 @@
 #include "tools/frmAbout.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QIcon>
 #include <QLabel>
@@ -46,6 +47,9 @@ protected:
     }
 
     LinkLabel& Link() { return Find<LinkLabel>("lblWebSite"); }
+    QAccessibleActionInterface* Actions() {
+        return QAccessible::queryAccessibleInterface(&Link())->actionInterface();
+    }
 
     Product About = SomeProduct();
     std::vector<std::string> Opened;
@@ -85,6 +89,46 @@ TEST_F(frmAboutTest, OpensTheWebSiteByAKey) {
     Press(Qt::Key_Space);
     Press(Qt::Key_Return);
     EXPECT_EQ(Opened.size(), 2U);
+}
+
+TEST_F(frmAboutTest, ShowsTheWebSiteToScreenReadersAsALink) {
+    QAccessibleInterface* const seen = QAccessible::queryAccessibleInterface(&Link());
+    ASSERT_NE(seen, nullptr);
+    EXPECT_EQ(seen->role(), QAccessible::Link);
+    EXPECT_TRUE(seen->state().linked);
+    EXPECT_TRUE(seen->state().focusable);
+    EXPECT_EQ(seen->text(QAccessible::Name), "lblWebSite");
+    EXPECT_EQ(seen->text(QAccessible::Description), "https://www.burnwick.example/");
+}
+
+TEST_F(frmAboutTest, OpensTheWebSiteForAScreenReader) {
+    QAccessibleActionInterface* const actions = Actions();
+    ASSERT_NE(actions, nullptr);
+    ASSERT_EQ(actions->actionNames().value(0), QAccessibleActionInterface::pressAction());
+    actions->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !Opened.empty(); }));
+    EXPECT_THAT(Opened, ElementsAre("https://www.burnwick.example/"));
+}
+
+TEST_F(frmAboutTest, GivesTheLinkTheFocusForAScreenReader) {
+    ASSERT_NE(Actions(), nullptr);
+    Actions()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_EQ(Focus(), "lblWebSite");
+    EXPECT_THAT(Opened, IsEmpty());
+}
+
+TEST_F(frmAboutTest, OffersAScreenReaderNoLinkThatIsDisabled) {
+    Link().setEnabled(false);
+    ASSERT_NE(Actions(), nullptr);
+    EXPECT_FALSE(Actions()->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    Actions()->doAction(QAccessibleActionInterface::pressAction());
+    QApplication::processEvents();
+    EXPECT_THAT(Opened, IsEmpty());
+}
+
+TEST_F(frmAboutTest, TellsItsCaptionAndItsIconToScreenReaders) {
+    EXPECT_EQ(Form().accessibleDescription(), "About Burnwick");
+    EXPECT_EQ(Find("lblIcon").accessibleDescription(), "Program icon");
 }
 
 TEST_F(frmAboutTest, LeavesTheWebSiteOnAPressThatIsLetGoElsewhere) {

@@ -232,6 +232,8 @@ TEST_F(frmMainStart, TellsAssistiveProgramsWhatEachControlShows) {
     Start();
     EXPECT_EQ(Find("cmdDownload")->accessibleDescription(), "Download");
     EXPECT_EQ(Find("lblStatus")->accessibleDescription(), "Ready on COM1 (115200bps).");
+    EXPECT_EQ(Find("txtDisplay")->accessibleDescription(), "Messages");
+    EXPECT_EQ(Find("PercentBar1")->accessibleDescription(), "Progress");
     At(1s, [this] {
         EXPECT_EQ(Find("cmdQuit")->accessibleDescription(), "Cancel");
         EXPECT_EQ(Find("lblStatus")->accessibleDescription(), "Waiting for response from Multiplexer...");
@@ -240,6 +242,7 @@ TEST_F(frmMainStart, TellsAssistiveProgramsWhatEachControlShows) {
     Download(Image());
     EXPECT_EQ(Find("cmdQuit")->accessibleDescription(), "Quit");
     EXPECT_EQ(Find("lblVersion")->accessibleDescription(), "4.10");
+    EXPECT_EQ(Window->accessibleDescription(), Window->windowTitle());
 }
 
 TEST_F(frmMainStart, HasAllItsCommandsInTheirMenus) {

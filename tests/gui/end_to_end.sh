@@ -5,101 +5,14 @@
 # ends with 0 when all were as expected. A second copy has SECOND_COPY_LIMIT milliseconds (1000) to end.
 # The behaviours are called by their names.
 # shellcheck disable=SC2317
-set -euo pipefail
+# shellcheck source=tests/gui/real_screen.sh
+source "$(dirname "$0")/real_screen.sh"
 
-if [ "${BURNWICK_END_TO_END-}" != inside ]; then
-    # Nothing of the user's own desktop is seen, or touched.
-    exec env -i BURNWICK_END_TO_END=inside PATH="$PATH" TMPDIR="${TMPDIR-/tmp}" LC_ALL=C.UTF-8 TZ=UTC \
-        SECOND_COPY_LIMIT="${SECOND_COPY_LIMIT-1000}" ${ASAN_OPTIONS+ASAN_OPTIONS="$ASAN_OPTIONS"} \
-        bash "$0" "$@"
-fi
+clipboard_text=$(realpath "$1")
+shift
+elsewhere=
 
-burnwick=$(realpath "$1") burnwick_unit=$(realpath "$2") burnwick_sample=$(realpath "$3") clipboard_text=$(realpath "$4")
-shift 4
-pictures=$(dirname "$(dirname "$burnwick")")/pictures
-# Seconds until something that should come is given up.
-patience=20
-
-LSAN_OPTIONS=suppressions=$(dirname "$(realpath "$0")")/lsan.supp:print_suppressions=0
-# What is checked is checked under X.
-QT_QPA_PLATFORM=xcb
-# The computer that runs the tests may go to sleep.
-DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nowhere
-export LSAN_OPTIONS QT_QPA_PLATFORM DBUS_SYSTEM_BUS_ADDRESS
-
-# == What is expected, and what is found
-
-# Behind a behaviour that failed: what is on the screen, and what the program has said.
-complain() {
-    mkdir -p "$pictures"
-    import -window root "$pictures/end_to_end_failure.png" || true
-    printf '%s\n' "$@" "  on the screen: $pictures/end_to_end_failure.png"
-    if [ -s "$station/program.log" ]; then
-        echo "  the program said:"
-        head -n 200 "$station/program.log"
-    fi
-    exit 1
-}
-
-# expect WHAT PATTERN COMMAND...: what the command prints comes to match the pattern. It is in $found then.
-expect() {
-    local what=$1 pattern=$2 limit=$((SECONDS + patience))
-    shift 2
-    while true; do
-        found=$("$@" 2>/dev/null) || true
-        # shellcheck disable=SC2053
-        [[ $found != $pattern ]] || return 0
-        [ "$SECONDS" -lt "$limit" ] || complain "  $what" "    expected: $pattern" "    found:    $found"
-        sleep 0.02
-    done
-}
-
-# expect_success WHAT COMMAND...
-expect_success() {
-    local what=$1
-    shift
-    expect "$what" yes answer "$@"
-}
-
-answer() {
-    if "$@" >/dev/null; then echo yes; else echo no; fi
-}
-
-has_ended() {
-    ! kill -0 "$1"
-}
-
-# expect_end PROCESS STATUS
-expect_end() {
-    local status=0
-    expect_success "process $1 has ended" has_ended "$1"
-    wait "$1" || status=$?
-    [ "$status" = "$2" ] || complain "  exit status" "    expected: $2" "    found:    $status"
-}
-
-# == The bench: units, images, settings, and the program on them
-
-# start_unit NAME OPTION...: a unit at the line $station/NAME, with the memory $station/NAME.flash; its process is
-# $unit.
-start_unit() {
-    local name=$1
-    shift
-    "$burnwick_unit" --link "$station/$name" --flash "$station/$name.flash" "$@" >"$station/$name.log" 2>&1 &
-    unit=$!
-    expect_success "a unit at $name" test -e "$station/$name"
-}
-
-# An unpaced unit is programmed in a second or two.
-start_fast_unit() {
-    "$burnwick_sample" "$station/image.bin"
-    start_unit line --size 524288
-}
-
-# A paced one takes twelve for this image, and nothing but its pace makes that time.
-start_slow_unit() {
-    "$burnwick_sample" "$station/image.bin" --type 64k
-    start_unit line --size 65536 --pace
-}
+# == The units, and what the user does
 
 # It hears and says nothing until it is let go on.
 hold_unit() {
@@ -108,20 +21,6 @@ hold_unit() {
 
 release_unit() {
     kill -CONT "$unit"
-}
-
-# start_program ARGUMENT...: its process is $program, its window $window.
-start_program() {
-    start_copy "$@"
-    program=$copy
-    expect "a window of the program" '[0-9]*' windows_of "$program" '^Burnwick'
-    window=$found
-    expect "the active window" "$window" xdotool getactivewindow
-}
-
-start_copy() {
-    "$burnwick" "$@" >>"$station/program.log" 2>&1 </dev/null &
-    copy=$!
 }
 
 expect_programmed() {
@@ -162,11 +61,6 @@ activate() {
 }
 
 # == What can be seen from outside
-
-# windows_of PROCESS NAME
-windows_of() {
-    xdotool search --onlyvisible --all --pid "$1" --name "$2"
-}
 
 # property WINDOW NAME
 property() {
@@ -352,15 +246,15 @@ a_run_is_kept_in_log_and_settings() {
 }
 
 a_second_copy_brings_the_first_to_the_front() {
-    local begun took
+    local begun took limit=${SECOND_COPY_LIMIT-1000}
     start_program
     look_elsewhere
     begun=${EPOCHREALTIME/./}
     start_copy
     expect_end "$copy" 0
     took=$(((${EPOCHREALTIME/./} - begun) / 1000))
-    [ "$took" -le "$SECOND_COPY_LIMIT" ] \
-        || complain "  milliseconds until the second copy ended" "    expected: at most $SECOND_COPY_LIMIT" "    found:    $took"
+    [ "$took" -le "$limit" ] \
+        || complain "  milliseconds until the second copy ended" "    expected: at most $limit" "    found:    $took"
     expect "the active window" "$window" xdotool getactivewindow
     leave_program
 }
@@ -507,84 +401,5 @@ behaviours=(
     it_refuses_a_file_that_has_vanished_and_stays_usable
 )
 
-# == Screen, bus, and one behaviour after the other
-
-# Ends all that this shell has started. A behaviour ends what it has started by itself.
-end_all() {
-    if [ -n "$running" ]; then
-        kill -TERM "$running" 2>/dev/null || true
-        wait "$running" || true
-    fi
-    # shellcheck disable=SC2046
-    kill -KILL $(jobs -p) 2>/dev/null || true
-    wait 2>/dev/null || true
-}
-
-# Each behaviour has a shell and a home of its own.
-run_behaviour() {
-    running=
-    elsewhere=
-    trap end_all EXIT
-    trap 'exit 130' INT TERM HUP
-    mkdir -p "$station"/{home,config,data}
-    mkdir -m 700 "$station/run"
-    export HOME=$station/home BURNWICK_HOME=$station/home XDG_CONFIG_HOME=$station/config
-    export XDG_DATA_HOME=$station/data XDG_RUNTIME_DIR=$station/run
-    printf '%s\n' '[Ports]' "COM1=$station/line" "COM2=$station/line2" '' '[COMPort]' COM=1 BaudRate=1 \
-        >"$BURNWICK_HOME/Burnwick.ini"
-    "$1"
-}
-
-running=
-work=$(mktemp -d)
-station=$work
-trap 'end_all; rm -rf "$work"' EXIT
-trap 'exit 130' INT TERM HUP
-
-mkdir -p "$work"/{home,config,data}
-mkdir -m 700 "$work/run"
-export HOME=$work/home XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data XDG_RUNTIME_DIR=$work/run
-
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$work/display" >"$work/screen.log" 2>&1 &
-expect "a screen" '[0-9]*' cat "$work/display"
-export DISPLAY=:$found
-openbox >"$work/openbox.log" 2>&1 &
-expect "a window manager" '*window id*' xprop -root _NET_SUPPORTING_WM_CHECK
-
-# A bus that starts nothing by itself.
-cat >"$work/bus.conf" <<END
-<busconfig>
-  <type>session</type>
-  <listen>unix:dir=$work</listen>
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-END
-dbus-daemon --config-file="$work/bus.conf" --nofork --print-address=3 3>"$work/address" >"$work/bus.log" 2>&1 &
-expect "a bus" 'unix:*' cat "$work/address"
-export DBUS_SESSION_BUS_ADDRESS=$found
-
-failed=0
-number=0
-for behaviour in "${@:-${behaviours[@]}}"; do
-    number=$((number + 1))
-    station=$work/$number
-    begun=${EPOCHREALTIME/./}
-    status=0
-    mkdir "$station"
-    run_behaviour "$behaviour" &
-    running=$!
-    wait "$running" || status=$?
-    running=
-    took=$(((${EPOCHREALTIME/./} - begun) / 1000))
-    if [ "$status" -eq 0 ]; then
-        printf 'ok      %5d ms  %s\n' "$took" "$behaviour"
-    else
-        printf 'FAILED  %5d ms  %s\n' "$took" "$behaviour"
-        failed=1
-    fi
-done
-exit "$failed"
+start_screen
+run_behaviours "${@:-${behaviours[@]}}"

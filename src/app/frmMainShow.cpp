@@ -204,6 +204,7 @@ void frmMain::ShowSummaryTitle(const std::string& title) {
     const int room = Ui_->txtDisplay->minimumWidth() - fontMetrics().horizontalAdvance("MM");
     QString shown = fontMetrics().elidedText(QString::fromStdString(title), Qt::ElideRight, room);
     Ui_->fraSummary->setTitle(shown.replace("&", "&&"));
+    Ui_->fraSummary->setAccessibleDescription(QString::fromStdString(title));
 }
 
 RunKind frmMain::Kind() const {

@@ -79,6 +79,7 @@ void frmCOMPortSetting::FindCOMPorts() {
         list.setItemData(index, PlainToolTip(QString::fromStdString(entry.ToolTip)), Qt::ToolTipRole);
     }
     Ui_->Frame1->setTitle(QString::fromStdString(PortsCaption(list.count())));
+    Ui_->Frame1->setAccessibleDescription(Ui_->Frame1->title());
     if (isFirst) {
         list.setToolTip(PlainToolTip(QString::fromStdString(found.ToolTip)));
         list.setCurrentIndex(static_cast<int>(found.Selected));

@@ -12,11 +12,11 @@ namespace burnwick {
 frmChipSelect::frmChipSelect(const ReadSetting& read, WriteSetting write, QWidget* parent)
     : PlacedDialog(parent), Write_(std::move(write)), Ui_(std::make_unique<Ui::frmChipSelect>()) {
     Ui_->setupUi(this);
-    NameControls(*this);
     optChipSize_ = {Ui_->optChipSize_0, Ui_->optChipSize_1, Ui_->optChipSize_2, Ui_->optChipSize_3};
     for (std::size_t index = 0; index < optChipSize_.size(); ++index) {
         optChipSize_[index]->setText(QString::fromStdString(ChipCaption(index)));
     }
+    NameControls(*this);
     QRadioButton* const selected = optChipSize_[ReadChipIndex(read)];
     selected->setChecked(true);
     selected->setFocus();

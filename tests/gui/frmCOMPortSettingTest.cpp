@@ -224,6 +224,11 @@ TEST_F(frmCOMPortSettingTest, CallsItsControlsByTheirNames) {
     }
 }
 
+TEST_F(frmCOMPortSettingTest, TellsScreenReadersTheCaptionOfTheList) {
+    EXPECT_EQ(Find<QWidget>("Frame1").accessibleDescription().toStdString(), FrameCaption());
+    EXPECT_THAT(FrameCaption(), ::testing::StartsWith("Available COM Ports"));
+}
+
 TEST_F(frmCOMPortSettingTest, StandsBelowTheTopOfTheMainWindow) {
     QWidget mainWindow;
     mainWindow.setGeometry(30, 40, 300, 200);

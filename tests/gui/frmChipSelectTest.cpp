@@ -183,6 +183,11 @@ TEST_F(frmChipSelectTest, CannotBeResized) {
     EXPECT_EQ(Form().size(), Form().sizeHint());
 }
 
+TEST_F(frmChipSelectTest, TellsScreenReadersTheSizes) {
+    EXPECT_EQ(Find<QWidget>("optChipSize_0").accessibleDescription(), "1Mbit");
+    EXPECT_EQ(Find<QWidget>("optChipSize_3").accessibleDescription(), "8Mbit");
+}
+
 TEST_F(frmChipSelectTest, HasItsPictureTaken) {
     TakePicture("frmChipSelect");
 }

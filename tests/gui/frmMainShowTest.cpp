@@ -268,6 +268,7 @@ TEST_F(frmMainShow, TheSummaryTellsWhatIsProgrammed) {
     Start();
     Download(Image());
     EXPECT_EQ(Find<QGroupBox>("fraSummary")->title(), "Model: VX-1600");
+    EXPECT_EQ(Find("fraSummary")->accessibleDescription(), "Model: VX-1600");
     EXPECT_EQ(TextOf("lblVersion"), "4.10");
     EXPECT_EQ(TextOf("lblLanguage"), "English/French");
     EXPECT_EQ(TextOf("lblDateStamp"), "07/22/2004 15:05:09");

@@ -1,9 +1,10 @@
 #include "tools/LinkLabel.h"
 
-#include <QAccessible>
 #include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
+
+#include "forms/AccessibleAs.h"
 
 namespace burnwick {
 
@@ -39,19 +40,10 @@ private:
     LinkLabel& Link_;
 };
 
-QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
-    auto* const link = qobject_cast<LinkLabel*>(object);
-    return link == nullptr ? nullptr : new AccessibleLink(*link);
-}
-
 }  // namespace
 
 LinkLabel::LinkLabel(QWidget* parent) : QLabel(parent) {
-    static const bool accessible = [] {
-        QAccessible::installFactory(MakeAccessible);
-        return true;
-    }();
-    Q_UNUSED(accessible);
+    MakeAccessibleAs<LinkLabel, AccessibleLink>();
     setTextFormat(Qt::PlainText);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);

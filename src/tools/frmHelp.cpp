@@ -1,5 +1,6 @@
 #include "tools/frmHelp.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -11,6 +12,7 @@
 #include <array>
 #include <utility>
 
+#include "forms/AccessibleAs.h"
 #include "forms/FormParts.h"
 #include "forms/TextDrag.h"
 #include "platform/Utf8Path.h"
@@ -51,6 +53,12 @@ std::vector<int> MatchesIn(const QString& text, const QString& wanted) {
     return matches;
 }
 
+// To a screen reader a window, where a widget that is none by its class holds others and no more.
+class AccessibleHelp final : public QAccessibleWidget {
+public:
+    explicit AccessibleHelp(frmHelp& form) : QAccessibleWidget(&form, QAccessible::Window) {}
+};
+
 }  // namespace
 
 void ShowHelp(const std::filesystem::path& helpFile, bool isOEM, const OpenHelpLink& openLink,
@@ -72,6 +80,7 @@ void ShowHelp(const std::filesystem::path& helpFile, bool isOEM, const OpenHelpL
 
 frmHelp::frmHelp(const std::filesystem::path& helpFile, bool isOEM, OpenHelpLink openLink)
     : OpenLink_(std::move(openLink)), Ui_(std::make_unique<Ui::frmHelp>()) {
+    MakeAccessibleAs<frmHelp, AccessibleHelp>();
     setAttribute(Qt::WA_QuitOnClose, false);
     Ui_->setupUi(this);
     NameControls(*this);

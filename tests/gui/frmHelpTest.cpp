@@ -1,5 +1,6 @@
 #include "gui/HelpTest.h"
 
+#include <QAccessible>
 #include <QDir>
 #include <QMenu>
 #include <QSplitter>
@@ -21,6 +22,15 @@ TEST_F(frmHelpTest, IsTitledForTheProgram) {
 
 TEST_F(frmHelpTest, IsTitledForAnEquipmentMakersProgram) {
     EXPECT_EQ(Open(Manual(), /*isOEM=*/true).windowTitle(), "Burnwick (OEM) Help");
+}
+
+TEST_F(frmHelpTest, IsAWindowToScreenReaders) {
+    QAccessibleInterface* const seen = QAccessible::queryAccessibleInterface(&Open());
+    ASSERT_NE(seen, nullptr);
+    EXPECT_EQ(seen->role(), QAccessible::Window);
+    EXPECT_EQ(seen->text(QAccessible::Description), "Burnwick Help");
+    EXPECT_EQ(Help->findChild<QWidget*>("txtPage")->accessibleDescription(), "Page");
+    EXPECT_EQ(Help->findChild<QWidget*>("tvwContents")->accessibleDescription(), "Contents");
 }
 
 TEST_F(frmHelpTest, ShowsThePage) {

@@ -105,13 +105,6 @@ calls_of() {
     esac
 }
 
-# setting SECTION KEY
-setting() {
-    tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -v section="[$1]" -v key="$2=" '
-        /^\[/ { inside = $0 == section }
-        inside && index($0, key) == 1 { print substr($0, length(key) + 1) }'
-}
-
 # Every section and key, each once, however many copies have written them.
 setting_names() {
     tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -F= '/^\[/ { section = $0 } /=/ { print section, $1 }' | sort

@@ -120,6 +120,13 @@ windows_of() {
     xdotool search --onlyvisible --all --pid "$1" --name "$2"
 }
 
+# setting SECTION KEY
+setting() {
+    tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -v section="[$1]" -v key="$2=" '
+        /^\[/ { inside = $0 == section }
+        inside && index($0, key) == 1 { print substr($0, length(key) + 1) }'
+}
+
 # == Screen, bus, and one behaviour after the other
 
 # Ends all that this shell has started. A behaviour ends what it has started by itself.
@@ -179,7 +186,8 @@ start_screen() {
     export DBUS_SESSION_BUS_ADDRESS=$found
 }
 
-# run_behaviours NAME...: prints one line a behaviour, and ends with 0 when all were as expected.
+# run_behaviours NAME...: prints one line a behaviour, or, with $only_failures, one for each that failed; ends with 0
+# when there is none.
 run_behaviours() {
     local behaviour begun took status failed=0 number=0
     for behaviour in "$@"; do
@@ -194,7 +202,7 @@ run_behaviours() {
         running=
         took=$(((${EPOCHREALTIME/./} - begun) / 1000))
         if [ "$status" -eq 0 ]; then
-            printf 'ok      %5d ms  %s\n' "$took" "$behaviour"
+            [ -n "${only_failures-}" ] || printf 'ok      %5d ms  %s\n' "$took" "$behaviour"
         else
             printf 'FAILED  %5d ms  %s\n' "$took" "$behaviour"
             failed=1

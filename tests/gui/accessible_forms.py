@@ -31,7 +31,7 @@ CHIPS = Form("frmChipSelect", "Select Chip Size", "Upload...")
 # No files are in it, and no difference.
 COMPARE = Form("frmFileCompare", "File Compare", "Compare Files...", "cmdClose",
                hidden=frozenset({"fraDifferences", "grdDifferences", "lblRanges", "cmdCopy"}),
-               disabled=frozenset({"cmdCompare", "cmdDifferences"}), empty=frozenset({"lblRanges"}))
+               disabled=frozenset({"cmdDifferences"}), empty=frozenset({"lblRanges"}))
 # Nothing has been searched for.
 LOG = Form("frmActivity", "Activity Log", "View Log...", "cmdClose")
 FIND = Form("frmActivityFind", "Find", "cmdFind", under=LOG, disabled=frozenset({"cmdFind"}))

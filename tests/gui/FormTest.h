@@ -74,8 +74,10 @@ protected:
         save("");
         const QPalette before = QApplication::palette();
         QApplication::setPalette(DarkPalette());
+        QCoreApplication::processEvents();
         save("-dark");
         QApplication::setPalette(before);
+        QCoreApplication::processEvents();
     }
     static QPalette DarkPalette() {
         QPalette dark(QColor(0x3a, 0x3a, 0x3a), QColor(0x2b, 0x2b, 0x2b));

@@ -87,6 +87,7 @@ Figure MeasurePorts(const std::filesystem::path& folder) {
     const SilentLine line;
     LeadAllPortsTo(line, folder);
     std::vector<double> walls;
+    walls.reserve(Starts);
     for (int i = 0; i < Starts; ++i) {
         walls.push_back(Milliseconds(CliRun(folder, {"ports"}).Wait(ExitDone).Wall).count());
     }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* Extension = ".bin";
 constexpr const char* FileType = "Burnwick";
-constexpr const char* Command = "Burnwick\\shell\\open\\command";
+constexpr const char* Command = R"(Burnwick\shell\open\command)";
 // The file's place in the command, unquoted.
 constexpr const char* Argument = " %1";
 
@@ -23,7 +23,7 @@ struct Place {
 // What one user has associated comes before what all have.
 const std::array<Place, 2>& Places() {
     static const std::array<Place, 2> places{
-        {{RegistryRoot::ClassesRoot, ""}, {RegistryRoot::CurrentUser, "Software\\Classes\\"}}};
+        {{RegistryRoot::ClassesRoot, ""}, {RegistryRoot::CurrentUser, R"(Software\Classes\)"}}};
     return places;
 }
 
@@ -31,9 +31,9 @@ bool RegisterIn(Registry& registry, const Place& place, const std::string& progr
     const std::array<std::pair<std::string, std::string>, 6> keys{{
         {Extension, FileType},
         {FileType, "Burnwick File"},
-        {"Burnwick\\DefaultIcon", program + ",0"},
-        {"Burnwick\\shell", ""},
-        {"Burnwick\\shell\\open", "&Flash with Burnwick"},
+        {R"(Burnwick\DefaultIcon)", program + ",0"},
+        {R"(Burnwick\shell)", ""},
+        {R"(Burnwick\shell\open)", "&Flash with Burnwick"},
         {Command, program + Argument},
     }};
     for (const auto& [key, value] : keys) {

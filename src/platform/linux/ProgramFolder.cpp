@@ -57,7 +57,7 @@ fs::path ProgramFolder() {
     if (const auto chosen = FromEnvironment("BURNWICK_HOME"); !chosen.empty()) {
         return Made(chosen);
     }
-    const auto own = ExecutablesFolder();
+    auto own = ExecutablesFolder();
     if (!own.empty() && access(own.c_str(), W_OK) == 0) {
         return own;
     }

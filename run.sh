@@ -91,8 +91,11 @@ END
     cat <<END
 
 The window opens, with a simulated unit on COM1. Click Download, choose sample.bin, and watch it being programmed:
-that takes 48 seconds, as on a real line. Quit, or Ctrl+C here, ends it all; nothing is left behind.
+that takes 48 seconds, as on a real line. Quit, or Ctrl+C here, ends it all.
 END
+    # No desktop: one that has a launcher keeps it.
+    mkdir "$work/config"
+    echo "XDG_DESKTOP_DIR=\"\$HOME\"" >"$work/config/user-dirs.dirs"
     XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config "$bin/Burnwick" &
     window=$!
     wait "$window" || status=$?

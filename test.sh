@@ -12,15 +12,14 @@ step() {
 
 # Prints what a command said only when it failed.
 quietly() {
-    local log
-    log=$(mktemp)
     if ! "$@" >"$log" 2>&1; then
         cat "$log" >&2
-        rm -f "$log"
         return 1
     fi
-    rm -f "$log"
 }
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+trap 'exit 130' INT TERM HUP
 
 # build PRESET [TARGET...]: without targets, everything.
 build() {
@@ -45,8 +44,9 @@ shellcheck "${scripts[@]}"
 build debug
 step "clang-tidy"
 # The tests are left to the compilers: together they would take as long as all the rest.
-sed -n 's/^ *"file": "\(.*\)".*/\1/p' build/debug/compile_commands.json | grep -E "^$PWD/(src|simulator|bench)/" | sort -u \
-    | quietly xargs -P "$jobs" -n 4 clang-tidy --quiet -p build/debug
+sed -n 's/^ *"file": "\(.*\)".*/\1/p' build/debug/compile_commands.json | sort -u \
+    | awk -v top="$PWD/" 'index($0, top) == 1 && substr($0, length(top) + 1) ~ /^(src|simulator|bench)\//' \
+    | quietly xargs -d '\n' -P "$jobs" -n 4 clang-tidy --quiet -p build/debug
 
 build fuzz fuzz_targets
 step "Fuzz targets"

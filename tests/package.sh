@@ -29,6 +29,8 @@ finish() {
         kill "$process" 2>/dev/null || true
         wait "$process" 2>/dev/null || true
     done
+    # Where nobody writes, nobody deletes.
+    chmod -R u+w "$work" 2>/dev/null || true
     rm -rf "$work"
 }
 trap finish EXIT
@@ -85,7 +87,7 @@ files_of() {
 
 # The papers are not the same in both, and neither are the ends of the man pages' names.
 common_files() {
-    local man_end=$1 size
+    local man_end=$1 size picture
     cat <<END
 -rwxr-xr-x ./bin/Burnwick
 -rwxr-xr-x ./bin/burnwick-cli
@@ -101,6 +103,9 @@ common_files() {
 -rw-r--r-- ./share/man/man1/burnwick-cli.1$man_end
 -rw-r--r-- ./share/metainfo/$id.metainfo.xml
 END
+    for picture in "$root"/docs/pictures/*.png; do
+        echo "-rw-r--r-- ./share/doc/burnwick/docs/pictures/${picture##*/}"
+    done
     for size in $sizes; do
         echo "-rw-r--r-- ./share/icons/hicolor/${size}x$size/apps/burnwick.png"
     done

@@ -1,6 +1,5 @@
 #include "engine/PercentBar.h"
 
-#include <QAccessible>
 #include <QAccessibleValueInterface>
 #include <QAccessibleWidget>
 #include <QFontMetrics>
@@ -11,6 +10,7 @@
 #include <limits>
 
 #include "engine/PercentBarText.h"
+#include "forms/AccessibleAs.h"
 
 namespace burnwick {
 
@@ -38,11 +38,6 @@ private:
     const PercentBar& Bar_;
 };
 
-QAccessibleInterface* MakeAccessible(const QString& /*className*/, QObject* object) {
-    auto* const bar = qobject_cast<PercentBar*>(object);
-    return bar == nullptr ? nullptr : new AccessibleBar(*bar);
-}
-
 int As16Bit(int number) {
     using Range = std::numeric_limits<std::int16_t>;
     return std::clamp<int>(number, Range::min(), Range::max());
@@ -59,11 +54,7 @@ QColor FrameColor(const QPalette& palette) {
 }  // namespace
 
 PercentBar::PercentBar(QWidget* parent) : QWidget(parent) {
-    static const bool accessible = [] {
-        QAccessible::installFactory(MakeAccessible);
-        return true;
-    }();
-    Q_UNUSED(accessible);
+    MakeAccessibleAs<PercentBar, AccessibleBar>();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ports/PortTable.h"
+#include "platform/Setting.h"
 
 namespace burnwick {
 

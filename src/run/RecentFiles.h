@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "ports/PortTable.h"
+#include "platform/Setting.h"
 
 namespace burnwick {
 

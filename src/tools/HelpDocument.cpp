@@ -63,9 +63,24 @@ void HelpDocument::CloseLinesOfPictures() {
     }
 }
 
-// What is found here is not looked for in files by the toolkit.
+// A picture that cannot be shown is a transparent dot: the toolkit looks for an empty one in files. What was
+// found once is kept, or every painting would ask again.
 QVariant HelpDocument::loadResource(int type, const QUrl& name) {
-    const QString text = name.scheme() == "data" && type == ImageResource ? name.path() : QString();
+    if (type != ImageResource) {
+        return QString();
+    }
+    QImage picture = PictureIn(name);
+    if (picture.isNull()) {
+        picture = QImage(1, 1, QImage::Format_ARGB32);
+        picture.fill(Qt::transparent);
+    }
+    addResource(type, name, picture);
+    return picture;
+}
+
+// The one that is in the address itself; none when it is too large.
+QImage HelpDocument::PictureIn(const QUrl& address) {
+    const QString text = address.scheme() == "data" ? address.path() : QString();
     const bool isPng = text.startsWith("image/png;base64,");
     QByteArray data = QByteArray::fromBase64(text.mid(text.indexOf(',') + 1).toLatin1());
     QBuffer buffer(&data);
@@ -73,7 +88,7 @@ QVariant HelpDocument::loadResource(int type, const QUrl& name) {
     const QSize size = reader.size();
     const qint64 pixels = qint64{size.width()} * size.height();
     if (text.isEmpty() || !size.isValid() || pixels > MostPixels - Pixels_) {
-        return QImage();
+        return {};
     }
     Pixels_ += pixels;
     const QImage picture = reader.read();

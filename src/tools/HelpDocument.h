@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QTextDocument>
 #include <QVariant>
 
@@ -20,6 +21,7 @@ protected:
     QVariant loadResource(int type, const QUrl& name) override;
 
 private:
+    QImage PictureIn(const QUrl& address);
     void CloseLinesOfPictures();
 
     qint64 Pixels_ = 0;  // of all pictures

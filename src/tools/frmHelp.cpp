@@ -252,6 +252,7 @@ void frmHelp::ScrollTo(const Place& place) {
 
 void frmHelp::GoTo(int position) {
     const Place before = Top();
+    Unselect();
     ScrollTo({position, AirAboveHeading});
     // Near the end of the page it cannot be scrolled to the top.
     SelectHeading(position);
@@ -276,6 +277,7 @@ void frmHelp::EnableWays() {
 
 void frmHelp::cmdBack_Click() {
     Forward_.push_back(Top());
+    Unselect();
     ScrollTo(Back_.back());
     Back_.pop_back();
     EnableWays();
@@ -283,6 +285,7 @@ void frmHelp::cmdBack_Click() {
 
 void frmHelp::cmdForward_Click() {
     Back_.push_back(Top());
+    Unselect();
     ScrollTo(Forward_.back());
     Forward_.pop_back();
     EnableWays();
@@ -367,7 +370,7 @@ void frmHelp::Select(int from, int to) {
     Ui_->txtPage->setTextCursor(cursor);
 }
 
-// The page stays where it has been scrolled to.
+// A search then begins at what is read. The page stays where it has been scrolled to.
 void frmHelp::Unselect() {
     QTextCursor cursor = Ui_->txtPage->textCursor();
     const int scrolled = Ui_->txtPage->verticalScrollBar()->value();

@@ -12,6 +12,8 @@
 #include <memory>
 #include <string>
 
+#include "gui/DarkPalette.h"
+
 namespace burnwick::test {
 
 // A dialog in front of its user. The one under test is made by New when it is first looked at.
@@ -79,13 +81,6 @@ protected:
         QApplication::setPalette(before);
         QCoreApplication::processEvents();
     }
-    static QPalette DarkPalette() {
-        QPalette dark(QColor(0x3a, 0x3a, 0x3a), QColor(0x2b, 0x2b, 0x2b));
-        dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-        dark.setColor(QPalette::Link, QColor(0x6a, 0xb0, 0xf3));
-        return dark;
-    }
-
     QWidget* Parent = nullptr;  // of the form that New is to make
 
 private:

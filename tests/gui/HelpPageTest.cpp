@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <QPainter>
 #include <QUrl>
 
 #include "support/TempFolder.h"
@@ -36,10 +37,14 @@ TEST(HelpPage, RefusesWhatIsNoText) {
 
 class HelpDocumentTest : public ::testing::Test {
 protected:
-    // What stands on the page in a picture's place; a null picture is none.
+    // What stands on the page in a picture's place.
     QImage Shown(const QString& source) {
         Document_.Show("<img src=\"" + source + "\">");
         return Document_.resource(QTextDocument::ImageResource, QUrl(source)).value<QImage>();
+    }
+    // Nothing but a dot that is not seen.
+    static bool IsNothing(const QImage& picture) {
+        return picture.size() == QSize(1, 1) && picture.pixelColor(0, 0).alpha() == 0;
     }
 
     static QString Encoded(const QImage& picture) {
@@ -58,6 +63,14 @@ TEST_F(HelpDocumentTest, ShowsThePictureInThePage) {
               QSize(3, 2));
 }
 
+TEST_F(HelpDocumentTest, ShowsItHoweverOftenThatIsPainted) {
+    const QString source = "data:image/png;base64," + Encoded(QImage(600, 400, QImage::Format_RGB32));
+    for (int painting = 0; painting < 1000; ++painting) {
+        ASSERT_EQ(Document_.resource(QTextDocument::ImageResource, QUrl(source)).value<QImage>().size(),
+                  QSize(600, 400));
+    }
+}
+
 TEST_F(HelpDocumentTest, MakesAWidePictureSmaller) {
     EXPECT_EQ(Shown("data:image/png;base64," + Encoded(QImage(1240, 400, QImage::Format_RGB32))).size(),
               QSize(620, 200));
@@ -71,23 +84,34 @@ TEST_F(HelpDocumentTest, LeavesNoGapBelowAPicture) {
 
 TEST_F(HelpDocumentTest, ReadsNoFile) {
     const TempFolder folder;
-    QImage picture(3, 3, QImage::Format_RGB32);
-    picture.fill(Qt::red);
+    QImage red(40, 40, QImage::Format_RGB32);
+    red.fill(Qt::red);
     const QString file = QString::fromStdString(folder / "picture.png");
-    ASSERT_TRUE(picture.save(file));
-    EXPECT_TRUE(Shown(file).isNull());
-    EXPECT_TRUE(Shown("file://" + file).isNull());
+    ASSERT_TRUE(red.save(file));
+    for (const QString& source : {file, "file://" + file}) {
+        Document_.Show("<p>a<img src=\"" + source + "\" width=\"40\" height=\"40\"></p>");
+        QImage painted(200, 100, QImage::Format_RGB32);
+        painted.fill(Qt::white);
+        QPainter painter(&painted);
+        Document_.drawContents(&painter);
+        painter.end();
+        for (int x = 0; x < painted.width(); ++x) {
+            for (int y = 0; y < painted.height(); ++y) {
+                ASSERT_NE(painted.pixelColor(x, y), QColor(Qt::red));
+            }
+        }
+    }
 }
 
 TEST_F(HelpDocumentTest, LeavesOutAPictureThatIsTooLarge) {
     EXPECT_TRUE(
-        Shown("data:image/png;base64," + Encoded(QImage(10'000, 4'000, QImage::Format_Mono))).isNull());
+        IsNothing(Shown("data:image/png;base64," + Encoded(QImage(10'000, 4'000, QImage::Format_Mono)))));
 }
 
 TEST_F(HelpDocumentTest, LeavesOutAPictureThatIsNone) {
     for (const char* source : {"data:image/png;base64,", "data:image/png;base64,AAAA",
                                "data:image/jpeg;base64,/9j/", "data:image/png,x", "data:"}) {
-        EXPECT_TRUE(Shown(source).isNull()) << source;
+        EXPECT_TRUE(IsNothing(Shown(source))) << source;
     }
 }
 

@@ -149,6 +149,8 @@ its_caption_follows_the_run() {
     start_fast_unit
     hold_unit
     start_program "$station/image.bin"
+    # Not that of a window which is not the active one yet.
+    expect "the caption" Burnwick caption_of "$window"
     xprop -spy -id "$window" -notype _NET_WM_NAME >"$station/captions" &
     expect_success "the first caption" grep -x '_NET_WM_NAME = "Burnwick"' "$station/captions"
     release_unit

@@ -123,6 +123,14 @@ TEST_F(frmHelpFindTest, BeginsAtWhatIsRead) {
     EXPECT_EQ(Found(), "3 of 4");
 }
 
+TEST_F(frmHelpFindTest, BeginsAtWhatIsReadAfterAnEarlierSearch) {
+    Open();
+    Type("number 0.");
+    ClickEntry("Commands one");
+    Type("number 1.");
+    EXPECT_EQ(Found(), "3 of 4");
+}
+
 TEST_F(frmHelpFindTest, IsLeftByEscapeBeforeTheWindowIs) {
     Open(Fruits);
     Type("apple");

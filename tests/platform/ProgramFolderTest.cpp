@@ -86,6 +86,13 @@ protected:
     fs::path Installed_ = Folder_.Path() / "installed";
 };
 
+TEST_F(SystemWideInstallTest, UsesItAlsoWhereItsUserMayWrite) {
+    fs::permissions(Installed_, fs::perms::all);
+    fs::create_directories(Folder_.Path() / "share/doc/burnwick");
+    const EnvironmentVariable data("XDG_DATA_HOME", Folder_.Path() / "data");
+    EXPECT_EQ(InstalledProgramsFolder(), Folder_.Path() / "data" / "burnwick");
+}
+
 TEST_F(SystemWideInstallTest, UsesTheUsersDataFolder) {
     const EnvironmentVariable data("XDG_DATA_HOME", Folder_.Path() / "data");
     EXPECT_EQ(InstalledProgramsFolder(), Folder_.Path() / "data" / "burnwick");

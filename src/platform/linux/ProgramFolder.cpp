@@ -51,6 +51,12 @@ fs::path ExecutablesFolder() {
     return fs::read_symlink("/proc/self/exe", error).parent_path();
 }
 
+// By `cmake --install`, which puts its papers there; programs that were only unpacked have none.
+bool IsInstalled(const fs::path& executablesFolder) {
+    std::error_code error;
+    return fs::is_directory(executablesFolder.parent_path() / "share" / "doc" / "burnwick", error);
+}
+
 }  // namespace
 
 fs::path ProgramFolder() {
@@ -58,7 +64,7 @@ fs::path ProgramFolder() {
         return Made(chosen);
     }
     auto own = ExecutablesFolder();
-    if (!own.empty() && access(own.c_str(), W_OK) == 0) {
+    if (!own.empty() && !IsInstalled(own) && access(own.c_str(), W_OK) == 0) {
         return own;
     }
     return Made(DataFolder(HomeFolder()) / "burnwick");

@@ -49,6 +49,7 @@ Select File 1
 Select File 2
 Binary File (*.Bin)
 Select All
+Burnwick writes images into units over a serial line
 %.1f KB/s, %ld:%02ld left
 END
 )

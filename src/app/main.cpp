@@ -1,7 +1,6 @@
 #include <QApplication>
 #include <QIcon>
 #include <QTimer>
-#include <cstdlib>
 #include <iostream>
 
 #include "ProductData.h"
@@ -10,18 +9,15 @@
 #include "platform/ListedFile.h"
 #include "platform/Notification.h"
 #include "platform/OpenLink.h"
+#include "platform/ProcessText.h"
 #include "platform/ProgramFolder.h"
 #include "platform/System.h"
 #include "platform/Utf8Path.h"
 #include "platform/WindowLoop.h"
+#include "settings/RegistryShell.h"
 #include "settings/modUtility.h"
 
 namespace {
-
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
 
 // A file association passes a path unquoted: its blanks have made several arguments of it.
 std::string CommandLine() {
@@ -38,7 +34,7 @@ QIcon ProgramIcon() {
 
 // Copies with a home of their own are stations of their own: they know nothing of each other.
 std::unique_ptr<burnwick::SingleInstance> CopiesOf(const std::string& title) {
-    return burnwick::CopiesNamed(title + Variable("BURNWICK_HOME"));
+    return burnwick::CopiesNamed(title + burnwick::EnvironmentText("BURNWICK_HOME"));
 }
 
 // The toolkit alone would keep its request for attention back until it has something else to send.
@@ -52,7 +48,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
     return {
         .Product = ProductData(),
         .CommandLine = CommandLine(),
-        .Debug = Variable("BURNWICK_DEBUG") == "1",
+        .Debug = EnvironmentText("BURNWICK_DEBUG") == "1",
         .Trace = [](const std::string& line) { std::cerr << line << std::endl; },
         .Loop = loop,
         .Setting = modUtility::ReadIniValue,
@@ -84,7 +80,7 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(DesktopId);
     QApplication::setWindowIcon(ProgramIcon());
     const auto loop = NewWindowLoop();
-    const auto shell = SystemShell();
+    const auto shell = DesktopShell();
     WindowServices services = ServicesOn(*loop, *shell);
     modUtility::SetIniPath(services.ProgramFolder / "Burnwick.ini");
     frmMain window(services);

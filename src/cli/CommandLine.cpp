@@ -62,6 +62,8 @@ int RunCommandLine(const std::vector<std::string>& words, Environment& environme
                  "burnwick-cli");
     app.set_version_flag("--version", "burnwick-cli " BURNWICK_VERSION " (build " BURNWICK_BUILD ")");
     app.require_subcommand(1);
+    // "/images/unit.bin" is a path on every system.
+    app.allow_windows_style_options(false);
     app.footer(ExitStatuses);
     std::array<std::pair<std::unique_ptr<Verb>, CLI::App*>, 6> verbs{{
         {std::make_unique<DownloadVerb>(), nullptr},

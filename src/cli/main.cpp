@@ -1,8 +1,8 @@
-#include <cstdlib>
 #include <iostream>
 
 #include "cli/CommandLine.h"
 #include "platform/Interrupt.h"
+#include "platform/ProcessText.h"
 #include "platform/ProgramFolder.h"
 #include "platform/System.h"
 #include "settings/modUtility.h"
@@ -13,28 +13,24 @@ namespace {
 // that was told.
 burnwick::Interrupt* Caught = nullptr;
 
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
     using namespace burnwick;
     KeepStandardStreams();
     SurviveFailedWrites();
+    PrintUnchanged();
     std::ios::sync_with_stdio(false);
     const auto folder = ProgramFolder();
     modUtility::SetIniPath(folder / "Burnwick.ini");
     const auto loop = NewSystemLoop();
-    const bool rewritable = ErrorOutputIsTerminal() && Variable("TERM") != "dumb";
+    const bool rewritable = ErrorOutputIsTerminal() && EnvironmentText("TERM") != "dumb";
     cli::Environment environment{
         .Out = std::cout,
         .Err = std::cerr,
         .ErrColumns = rewritable ? ErrorOutputColumns() : 0,
-        .Color = Variable("NO_COLOR").empty(),
-        .Trace = Variable("BURNWICK_DEBUG") == "1",
+        .Color = EnvironmentText("NO_COLOR").empty(),
+        .Trace = EnvironmentText("BURNWICK_DEBUG") == "1",
         .Loop = *loop,
         .Setting = modUtility::ReadIniValue,
         .Store = modUtility::WriteIniValue,
@@ -44,5 +40,5 @@ int main(int argc, char* argv[]) {
             [&loop](auto request) { Caught = CatchInterrupts(*loop, std::move(request)).release(); },
         .InhibitSleep = InhibitSleep,
     };
-    return cli::RunCommandLine({argv + 1, argv + argc}, environment);
+    return cli::RunCommandLine(ProgramArguments(argc, argv), environment);
 }

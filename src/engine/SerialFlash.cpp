@@ -23,6 +23,19 @@ std::string LastSystemError() {
     return std::generic_category().message(errno);
 }
 
+// Some systems delete no write-protected file; one that stays stays as it was.
+void RemoveFile(const fs::path& path, std::error_code& error) {
+    std::error_code ignored;
+    const fs::file_status status = fs::symlink_status(path, ignored);
+    if (fs::remove(path, error) || !error || !fs::is_regular_file(status)) {
+        return;
+    }
+    fs::permissions(path, fs::perms::owner_write, fs::perm_options::add, ignored);
+    if (!fs::remove(path, error)) {
+        fs::permissions(path, status.permissions(), ignored);
+    }
+}
+
 // Reads `size` bytes and appends them. Empty when all went well, else why not.
 std::string ReadWhole(std::ifstream& file, std::uint64_t size, Bytes& into) {
     const auto had = into.size();
@@ -142,11 +155,7 @@ std::string SerialFlash::PrepareUpload() {
         if (type != fs::file_type::regular && type != fs::file_type::symlink) {
             return cannotBeDeleted("it is not a file");
         }
-        if (!fs::remove(path, error) && error != std::errc::permission_denied) {
-            std::error_code ignored;
-            fs::permissions(path, fs::perms::owner_write, fs::perm_options::add, ignored);
-            fs::remove(path, error);
-        }
+        RemoveFile(path, error);
         if (error) {
             return cannotBeDeleted(error.message());
         }

@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/LineSettings.h"
+
 namespace burnwick {
 
 // The serial control's own error numbers, 8000 to 8020.
@@ -25,5 +27,10 @@ struct CommError {
 
 // Nothing is success.
 using CommResult = std::optional<CommError>;
+
+// What every system says the same way. `device` is the name that the user knows the device by.
+CommError MissingDeviceError(const std::string& device);
+CommError NotSerialError(const std::string& device);
+CommError SettingsError(const std::string& device, const LineSettings& settings);
 
 }  // namespace burnwick

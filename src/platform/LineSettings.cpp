@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <string>
 
 namespace burnwick {
 
@@ -40,6 +39,16 @@ std::optional<LineSettings> ParseLineSettings(std::string_view text) {
         return std::nullopt;
     }
     return LineSettings{*baud, parity.front(), *dataBits, *stopBits};
+}
+
+std::chrono::nanoseconds CharacterTime(const LineSettings& settings) {
+    const auto bits = 1 + settings.DataBits + (settings.Parity == 'N' ? 0 : 1) + settings.StopBits;
+    return std::chrono::nanoseconds(std::chrono::seconds(bits)) / settings.Baud;
+}
+
+std::string ToText(const LineSettings& settings) {
+    return std::to_string(settings.Baud) + "," + settings.Parity + "," + std::to_string(settings.DataBits)
+           + "," + std::to_string(settings.StopBits);
 }
 
 }  // namespace burnwick

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace burnwick {
@@ -17,5 +19,11 @@ struct LineSettings {
 
 // Nothing when the text is not "speed,parity,data bits,stop bits" with values that a line can have.
 std::optional<LineSettings> ParseLineSettings(std::string_view text);
+
+// How long the line needs for one character, its start bit included.
+std::chrono::nanoseconds CharacterTime(const LineSettings& settings);
+
+// "57600,N,8,1".
+std::string ToText(const LineSettings& settings);
 
 }  // namespace burnwick

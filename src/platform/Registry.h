@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -21,5 +22,8 @@ public:
     // With all below it.
     virtual void Delete(RegistryRoot root, const std::string& key) = 0;
 };
+
+// Null on a system that has none.
+std::unique_ptr<Registry> SystemRegistry();
 
 }  // namespace burnwick

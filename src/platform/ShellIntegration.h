@@ -13,7 +13,7 @@ public:
     virtual ~ShellIntegration() = default;
 
     // The program that the file association "Flash with Burnwick" starts; empty when there is none, or when
-    // the user has chosen another program since.
+    // the user has chosen another program since and the desktop tells.
     virtual std::filesystem::path AssociatedProgram() const = 0;
 
     // Associates "*.bin" with this program, as "Burnwick File". Waits for the desktop to see it, some seconds
@@ -28,6 +28,7 @@ public:
     virtual void DeleteDesktopShortcut() = 0;
 };
 
+// Null on a system whose desktop looks into a registry: the rules for that stand above it.
 std::unique_ptr<ShellIntegration> SystemShell();
 
 }  // namespace burnwick

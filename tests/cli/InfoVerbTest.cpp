@@ -1,6 +1,7 @@
 #include <filesystem>
 
 #include "cli/CliTest.h"
+#include "support/MatchesPattern.h"
 
 namespace burnwick::test {
 
@@ -30,7 +31,7 @@ TEST_F(InfoVerb, ShowsWhatAnImageTellsOfItself) {
     EXPECT_EQ(lines.at(2), "  Version     4.10");
     EXPECT_EQ(lines.at(3), "  Language    English/French");
     EXPECT_EQ(lines.at(4), "  Date stamp  07/22/2004 15:05:09");
-    EXPECT_THAT(lines.at(5), ::testing::MatchesRegex("  Checksum    [0-9A-F]+"));
+    EXPECT_THAT(lines.at(5), MatchesPattern("  Checksum    [0-9A-F]+"));
     EXPECT_EQ(lines.at(6), "  Size        512KB (524288 bytes)");
     EXPECT_EQ(lines.at(7), "  Image file  VX16410F.BIN");
     EXPECT_EQ(lines.at(8), "  Kind        0, family 0, type code ends in 0000");
@@ -95,8 +96,7 @@ TEST_F(InfoVerb, GoesOnBehindAFileThatIsNoImageAndEndsWith6) {
 }
 
 TEST_F(InfoVerb, EndsWith6ForWhatCannotBeRead) {
-    for (const std::string& file :
-         {Folder / "missing.bin", Folder.Path().string(), std::string("/dev/zero")}) {
+    for (const std::string& file : {Folder / "missing.bin", Folder.Path().string()}) {
         EXPECT_EQ(Run({"info", file}), 6);
         EXPECT_THAT(ErrLines(), SizeIs(1));
         EXPECT_THAT(Err(), HasSubstr("burnwick-cli: Cannot access to " + file + " ("));

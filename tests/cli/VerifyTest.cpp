@@ -265,15 +265,6 @@ TEST_F(Verification, NeverTakesTheImageForTheVerificationFile) {
     EXPECT_EQ(ReadFile(image), SampleImage(Size));
 }
 
-TEST_F(Verification, WritesNoResultWhenWhatWasReadIsGone) {
-    ConnectUnit({}, true);
-    Loop.At(Loop.Time() + 300ms, [this] { fs::remove(Folder.Path() / "home" / "Verify.tmp"); });
-    EXPECT_EQ(Verify(), 6);
-    EXPECT_THAT(Out(), Not(HasSubstr("Verifying was")));
-    EXPECT_THAT(Out(), Not(HasSubstr("Verifying error")));
-    EXPECT_THAT(ErrLines().back(), HasSubstr("what was read back is gone"));
-}
-
 TEST_F(Verification, DoesNotBlameTheUnitForAnImageThatHasChanged) {
     ConnectUnit({}, false);
     const std::string image = Image();

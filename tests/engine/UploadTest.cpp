@@ -1,7 +1,3 @@
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <filesystem>
 
 #include "support/LinkTest.h"
@@ -32,26 +28,6 @@ Bytes Head(const Bytes& bytes, std::size_t count) {
 Bytes Tail(const Bytes& bytes, std::size_t from) {
     return {bytes.begin() + static_cast<std::ptrdiff_t>(from), bytes.end()};
 }
-
-// While this lives, no file of this process can grow beyond so many bytes.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : Handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &Before_);
-        const rlimit limit{bytes, Before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &Before_);
-        std::signal(SIGXFSZ, Handler_);
-    }
-
-private:
-    void (*Handler_)(int);
-    rlimit Before_{};
-};
 
 }  // namespace
 
@@ -186,22 +162,6 @@ TEST_F(Upload, NeverReplacesAFolder) {
     EXPECT_TRUE(fs::is_directory(UploadPath()));
 }
 
-TEST_F(Upload, OntoAFileThatMayNotBeDeletedSaysSo) {
-    OpensTheLink = false;
-    Folder.Write("upload.bin", Bytes(10));
-    fs::permissions(Folder.Path(), static_cast<fs::perms>(0555));
-    const auto user = geteuid();
-    if (user == 0) {
-        ASSERT_EQ(seteuid(65'534), 0);  // nobody: root may delete anything
-    }
-    RunUpload(1);
-    ASSERT_EQ(seteuid(user), 0);
-    fs::permissions(Folder.Path(), fs::perms::all);
-    EXPECT_THAT(Events.Messages,
-                ElementsAre("Error: " + UploadPath() + " cannot be deleted (Permission denied)."));
-    EXPECT_THAT(ReadFile(UploadPath()), SizeIs(10));
-}
-
 TEST_F(Upload, IntoAMissingFolderSaysSo) {
     OpensTheLink = false;
     Flash.SetFileName(Folder / "missing/upload.bin");
@@ -232,17 +192,6 @@ TEST_F(Upload, OfABlockThatIsNeverWholeStoresNothingOfItAndFails) {
     RunUpload(1);
     EXPECT_EQ(Events.Messages.back(), "Transmitting error.");
     EXPECT_THAT(Events.Messages, Not(Contains("Uploading was completed successfully.")));
-    EXPECT_FALSE(fs::exists(UploadPath()));
-}
-
-TEST_F(Upload, OntoAFullDiskSaysSoAndLeavesNoFile) {
-    AgreesOn(UploadMode, Speed57600);
-    Unit.GivesBlocks(0, 4);
-    {
-        const FullDisk disk(768);
-        RunUpload(10);
-    }
-    EXPECT_EQ(Events.Messages.back(), "Error: Cannot write to " + UploadPath() + " (File too large).");
     EXPECT_FALSE(fs::exists(UploadPath()));
 }
 

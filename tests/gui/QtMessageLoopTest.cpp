@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <QTimer>
 
-#include "platform/MessageLoopContract.h"
+#include "platform/DescriptorLoopContract.h"
 #include "platform/WindowLoop.h"
 
 namespace burnwick::test {
@@ -160,7 +160,7 @@ TEST_F(QtMessageLoopTest, ADialogInAYieldMayRunTheLoopItself) {
 
 TEST_F(QtMessageLoopTest, InputIsHandledWhileTheApplicationRunsTheEventLoop) {
     const Pipe pipe;
-    const auto watch = Loop_->WatchInput(pipe.ReadEnd.Get(), [&] {
+    const auto watch = Loop_->WatchInput(pipe.Handle(), [&] {
         pipe.Take();
         Outside_.End();
     });

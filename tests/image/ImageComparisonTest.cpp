@@ -83,7 +83,7 @@ TEST(Comparison, CountsAllBytesWhenAllDiffer) {
 TEST(Comparison, TellsWhereTheImagesDiffer) {
     const Bytes image = ImageBuilder(MiB).Fill(0x11).TypeCode("C0DE0149").Build();
     Bytes other = image;
-    for (const std::size_t place : {0x5000UL, 0x7001UL, 0x7002UL, MiB - 1}) {
+    for (const std::size_t place : std::initializer_list<std::size_t>{0x5000, 0x7001, 0x7002, MiB - 1}) {
         other.at(place) = std::byte{0xEE};
     }
     const DifferingRanges ranges = Ranges(image, other);

@@ -109,13 +109,6 @@ TEST_F(ImageInformation, OfAFileWithAnyNameIsRead) {
     }
 }
 
-TEST_F(ImageInformation, OfALinkedFileIsRead) {
-    std::filesystem::create_symlink(Folder.Write("sample.bin", SampleImage()), Folder / "link.bin");
-    const auto info = GetBinFileInfo(Folder / "link.bin");
-    EXPECT_EQ(info.FileName, "link.bin");
-    EXPECT_EQ(info.Model, "VX-1600");
-}
-
 TEST_F(ImageInformation, LetsOthersWorkMeanwhile) {
     int yields = 0;
     GetBinFileInfo(Folder.Write("long.bin", AnyBytes(1'048'576)), [&yields] { ++yields; });

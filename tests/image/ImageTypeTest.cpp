@@ -171,7 +171,7 @@ TEST(SearchBufferSize, IsThatOfAFileBelow32KiB) {
 }
 
 TEST(SearchBufferSize, IsOneShortOf32KiBFromThereOn) {
-    for (const std::size_t size : {32'768UL, 32'769UL, KiB64, KiB128}) {
+    for (const std::size_t size : std::initializer_list<std::size_t>{32'768, 32'769, KiB64, KiB128}) {
         EXPECT_EQ(TypeOf(AnyBytes(size)).Buffer.size(), 32'767U) << size;
     }
 }

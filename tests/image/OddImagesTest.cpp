@@ -89,7 +89,8 @@ TEST(OddImage, MadeOfMarkersOnlyIsRead) {
         while (text.size() < KiB64 + 40'000) {
             text += marker;
         }
-        for (const std::size_t size : {10UL, 100UL, 1000UL, 32'767UL, KiB64, KiB64 + 40'000}) {
+        for (const std::size_t size :
+             std::initializer_list<std::size_t>{10, 100, 1000, 32'767, KiB64, KiB64 + 40'000}) {
             EXPECT_EQ(InfoOf(ImageBuilder(size).Text(0, text)).ImageKind, 0) << marker << ' ' << size;
             EXPECT_EQ(InfoOf(ImageBuilder(size).Text(0, "." + text)).ImageKind, 0) << marker << ' ' << size;
         }

@@ -221,7 +221,7 @@ TEST(PlainModel, ThatIsEmptyIsNotAvailable) {
 }
 
 TEST(PlainModel, OfAFileUpTo64KiBIsNotAvailable) {
-    for (const std::size_t size : {20'000UL, KiB64}) {
+    for (const std::size_t size : std::initializer_list<std::size_t>{20'000, KiB64}) {
         EXPECT_EQ(InfoOf(Plain(size).TypeCode("C0DE0137").Text(8073, "VX\0"s)).Model, "N/A") << size;
     }
     EXPECT_EQ(InfoOf(Plain(KiB64 + 1).TypeCode("C0DE0137").Text(8073, "VX\0"s)).Model, "VX");

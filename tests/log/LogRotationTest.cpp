@@ -1,15 +1,10 @@
-#include <sys/stat.h>
+#include "log/LogRotation.h"
 
-#include <cstdlib>
-
-#include "log/BigLog.h"
-#include "platform/EnvironmentVariable.h"
+#include "platform/FileLock.h"
 
 namespace burnwick::test {
 
 namespace fs = std::filesystem;
-
-class LogRotation : public BigLog {};
 
 TEST_F(LogRotation, LeavesALogOfExactly16384Bytes) {
     const auto text = Record(1, Longest);
@@ -96,18 +91,6 @@ TEST_F(LogRotation, CopiesLinesAsTheyAreHoweverLongTheyAre) {
     EXPECT_TRUE(Content(Archive) == text);
 }
 
-TEST_F(LogRotation, NamesTheArchiveByTheLocalDayOfTheLastWrite) {
-    // A zone ten hours ahead, where the next day has begun.
-    const EnvironmentVariable zone("TZ", "ZONE-10");
-    tzset();
-    Put(Live, Records(1, 45));
-    const std::chrono::sys_seconds moment =
-        std::chrono::sys_days(std::chrono::year(2004) / 12 / 31) + std::chrono::hours(14);
-    fs::last_write_time(Live, std::chrono::file_clock::from_sys(moment));
-    Write(Failure("/new.bin"));
-    EXPECT_EQ(Names(), (std::set<std::string>{"Burnwick.log", "Burnwick20050101.log"}));
-}
-
 TEST_F(LogRotation, AddsTheTimeToAnArchivesNameThatIsTaken) {
     Put(Archive, "older");
     LogHolds(Records(1, 45));
@@ -127,16 +110,6 @@ TEST_F(LogRotation, AppendsToTheUntrimmedLogWhenBothNamesAreTaken) {
     EXPECT_EQ(Content(SecondArchive), "old");
     EXPECT_EQ(Log(), Records(1, 45) + " \r\n" + FailureText("/new.bin"));
     EXPECT_EQ(Content(Scratch), FromItsPath(Records(16, 45))) << "left behind, for the next rotation";
-}
-
-TEST_F(LogRotation, TakesALinkOrFolderForATakenName) {
-    fs::create_symlink("nowhere", Archive);
-    fs::create_directory(SecondArchive);
-    LogHolds(Records(1, 45));
-    Write(Failure("/new.bin"));
-    EXPECT_TRUE(fs::is_symlink(Archive));
-    EXPECT_TRUE(fs::is_directory(SecondArchive));
-    EXPECT_EQ(Log(), Records(1, 45) + " \r\n" + FailureText("/new.bin"));
 }
 
 TEST_F(LogRotation, OverwritesAScratchFileLeftOverFromBefore) {
@@ -170,11 +143,13 @@ TEST_F(LogRotation, IsNotMadeForARecordThatIsNotWritten) {
     EXPECT_EQ(Log(), Records(1, 45));
 }
 
-TEST_F(LogRotation, KeepsTheLogsPermissions) {
+TEST_F(LogRotation, IsNotMadeWhileAnotherProgramKeepsTheLock) {
     LogHolds(Records(1, 45));
-    ASSERT_EQ(chmod(Live.c_str(), 0600), 0);
+    const auto lock = LockFile(Folder / "Burnwick.log.lock", std::chrono::milliseconds(0));
+    ASSERT_NE(lock, nullptr);
     Write(Failure("/new.bin"));
-    EXPECT_EQ(fs::status(Live).permissions(), fs::perms{0600});
+    EXPECT_EQ(Log(), Records(1, 45) + " \r\n" + FailureText("/new.bin"));
+    EXPECT_EQ(Names(), std::set<std::string>{"Burnwick.log"});
 }
 
 }  // namespace burnwick::test

@@ -1,31 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <chrono>
 #include <ctime>
 
 #include "platform/MessageLoop.h"
-#include "platform/linux/UniqueFd.h"
 
 namespace burnwick::test {
-
-struct Pipe {
-    Pipe() {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(pipe(ends.data()), 0);
-        ReadEnd.Reset(ends[0]);
-        WriteEnd.Reset(ends[1]);
-    }
-    void Put() const { EXPECT_EQ(write(WriteEnd.Get(), "x", 1), 1); }
-    void Take() const {
-        char taken = 0;
-        EXPECT_EQ(read(ReadEnd.Get(), &taken, 1), 1);
-    }
-    UniqueFd ReadEnd;
-    UniqueFd WriteEnd;
-};
 
 inline std::chrono::nanoseconds ProcessorTime() {
     timespec used{};

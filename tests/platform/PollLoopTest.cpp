@@ -1,4 +1,4 @@
-#include "platform/MessageLoopContract.h"
+#include "platform/DescriptorLoopContract.h"
 #include "platform/System.h"
 
 namespace burnwick::test {
@@ -10,8 +10,8 @@ TEST(PollLoopTest, AHandleThatIsNoneIsCalledOnce) {
     int calls = 0;
     Pipe pipe;
     const auto loop = NewSystemLoop();
-    const auto watch = loop->WatchInput(pipe.ReadEnd.Get(), [&] { ++calls; });
-    pipe.ReadEnd.Reset();
+    const auto watch = loop->WatchInput(pipe.Handle(), [&] { ++calls; });
+    pipe.CloseHandle();
     YieldFor(*loop, 5ms);
     EXPECT_EQ(calls, 1);
 }

@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "platform/SystemPorts.h"
 #include "ports/modFindCOMPorts.h"
 #include "support/SomePorts.h"
 
@@ -47,12 +48,12 @@ protected:
 TEST_F(FindCOMPorts, TriesCOM1ToCOM16InTheirOrder) {
     modFindCOMPorts::SurveyPorts(Control, Read);
     ASSERT_THAT(Device.Tried, SizeIs(16));
-    EXPECT_EQ(Device.Tried.front(), "/dev/ttyS0");
-    EXPECT_EQ(Device.Tried.back(), "/dev/ttyACM3");
+    EXPECT_EQ(Device.Tried.front(), SystemDeviceOf(1));
+    EXPECT_EQ(Device.Tried.back(), SystemDeviceOf(16));
 }
 
 TEST_F(FindCOMPorts, FindsThePortsThatOpen) {
-    There = {"/dev/ttyUSB1", "/dev/ttyACM3"};
+    There = {SystemDeviceOf(6), SystemDeviceOf(16)};
     std::vector<int> usable;
     for (const auto& port : modFindCOMPorts::SurveyPorts(Control, Read)) {
         if (port.Usable) {
@@ -63,7 +64,7 @@ TEST_F(FindCOMPorts, FindsThePortsThatOpen) {
 }
 
 TEST_F(FindCOMPorts, LeavesTheControlClosedOnThePortItHad) {
-    There = {"/dev/ttyUSB1"};
+    There = {SystemDeviceOf(6)};
     Control.SetCommPort(6);
     Control.SetPortOpen(true);
     modFindCOMPorts::SurveyPorts(Control, Read);
@@ -73,37 +74,37 @@ TEST_F(FindCOMPorts, LeavesTheControlClosedOnThePortItHad) {
 }
 
 TEST_F(FindCOMPorts, ListsThePortsThatOpenInAscendingOrder) {
-    There = {"/dev/ttyACM3", "/dev/ttyS2", "/dev/ttyUSB1"};
+    There = {SystemDeviceOf(16), SystemDeviceOf(3), SystemDeviceOf(6)};
     EXPECT_THAT(Listed(), ElementsAre("Communications Port (COM3)", "Communications Port (COM6)",
                                       "Communications Port (COM16)"));
 }
 
 TEST_F(FindCOMPorts, NeverListsAPortAboveCOM16) {
     Settings["Ports/COM17"] = "/dev/ttyUSB8";
-    There = {"/dev/ttyUSB8", "/dev/ttyACM4"};
+    There = {"/dev/ttyUSB8", SystemDeviceOf(17)};
     EXPECT_THAT(Listed(), ElementsAre("No COM Port Available"));
 }
 
 TEST_F(FindCOMPorts, SelectsTheControlsPort) {
-    There = {"/dev/ttyS0", "/dev/ttyUSB1", "/dev/ttyACM0"};
+    There = {SystemDeviceOf(1), SystemDeviceOf(6), SystemDeviceOf(13)};
     Control.SetCommPort(6);
     EXPECT_EQ(modFindCOMPorts::FindCOMPorts(Control, Read).Selected, 1U);
     EXPECT_EQ(Control.CommPort(), 6);
 }
 
 TEST_F(FindCOMPorts, TestsAPortByOpeningAndClosingIt) {
-    There = {"/dev/ttyUSB1"};
+    There = {SystemDeviceOf(6)};
     EXPECT_FALSE(modFindCOMPorts::TestPort(Control, 6));
     EXPECT_EQ(Device.Opens(), 1);
     EXPECT_FALSE(Control.PortOpen());
 }
 
 TEST_F(FindCOMPorts, TellsWhyATestedPortDoesNotOpen) {
-    EXPECT_EQ(modFindCOMPorts::TestPort(Control, 6)->Description, "/dev/ttyUSB1: no such device");
+    EXPECT_EQ(modFindCOMPorts::TestPort(Control, 6)->Description, SystemDeviceOf(6) + ": no such device");
 }
 
 TEST_F(FindCOMPorts, TriesNoOtherPortForANumberThatDoesNotExist) {
-    There = {"/dev/ttyS0"};
+    There = {SystemDeviceOf(1)};
     for (const int number : {-1, 0, 17, 255}) {
         EXPECT_EQ(modFindCOMPorts::TestPort(Control, number)->Number, CommErrorNumber::InvalidPortNumber);
     }
@@ -125,13 +126,13 @@ TEST_F(FindCOMPorts, KeepsTheControlsPortWhenTheSettingsNameNone) {
 }
 
 TEST_F(FindCOMPorts, StartsOnTheFirstPortThatOpensWhenNothingIsStored) {
-    There = {"/dev/ttyUSB0", "/dev/ttyUSB1"};
+    There = {SystemDeviceOf(5), SystemDeviceOf(6)};
     EXPECT_EQ(StartupPort(), 5);
     EXPECT_THAT(Device.Tried, SizeIs(5));
 }
 
 TEST_F(FindCOMPorts, StoresTheFirstPortThatOpensForTheNextStart) {
-    There = {"/dev/ttyUSB1"};
+    There = {SystemDeviceOf(6)};
     EXPECT_EQ(StartupPort(), 6);
     EXPECT_EQ(Settings["COMPort/COM"], "6");
 }

@@ -2,12 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <cctype>
-
-#include "support/AnyUser.h"
-#include "support/SampleImages.h"
-#include "support/TempFolder.h"
+#include "run/RefusedComparison.h"
 
 namespace burnwick::test {
 
@@ -16,29 +11,6 @@ namespace fs = std::filesystem;
 using modBinFileInfo::DifferingRange;
 using modBinFileInfo::DifferingRanges;
 using ::testing::ElementsAre;
-
-class RefusedComparison : public ::testing::Test {
-protected:
-    static std::optional<CompareRefusal> Refuse(const std::string& file1, const std::string& file2) {
-        return RefuseComparison(file1, file2, [](std::string path) {
-            std::transform(path.begin(), path.end(), path.begin(),
-                           [](unsigned char character) { return std::tolower(character); });
-            return path;
-        });
-    }
-    static void ExpectRefusal(const std::optional<CompareRefusal>& refusal, const std::string& caption,
-                              const std::string& message, int file) {
-        ASSERT_TRUE(refusal);
-        EXPECT_EQ(refusal->Box.Caption, caption);
-        EXPECT_EQ(refusal->Box.Text, message + "\t");
-        EXPECT_EQ(refusal->Status, "Status: " + message);
-        EXPECT_EQ(refusal->File, file);
-    }
-
-    TempFolder Folder;
-    std::string Here = Folder.Write("here.bin", AnyBytes(10));
-    std::string Other = Folder.Write("other.bin", AnyBytes(10));
-};
 
 TEST_F(RefusedComparison, IsNotThatOfTwoFiles) {
     EXPECT_FALSE(Refuse(Here, Other));
@@ -93,18 +65,6 @@ TEST_F(RefusedComparison, FindsAFileThatMayOnlyBeRead) {
     fs::permissions(Here, fs::perms::owner_read);
     EXPECT_FALSE(Refuse(Here, Other));
     EXPECT_FALSE(Refuse(Here, Folder.Write(".hidden.bin", AnyBytes(10))));
-}
-
-TEST_F(RefusedComparison, LeavesAFileThatCannotBeLookedAtToTheComparison) {
-    const auto shut = Folder.Path() / "shut";
-    fs::create_directory(shut);
-    const std::string inside = Folder.Write("shut/inside.bin", AnyBytes(10));
-    fs::permissions(shut, fs::perms::none);
-    {
-        const AnyUser user;
-        EXPECT_FALSE(Refuse(inside, Other)) << "why it cannot be read is told by the status";
-    }
-    fs::permissions(shut, fs::perms::owner_all);
 }
 
 TEST(CompareStatus, TellsIdenticalFiles) {

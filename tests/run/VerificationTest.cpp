@@ -1,13 +1,7 @@
-#include "run/Verification.h"
-
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
-
+#include "run/VerificationFileTest.h"
 #include "support/SampleImages.h"
-#include "support/TempFolder.h"
 
 namespace burnwick::test {
 
@@ -100,13 +94,6 @@ TEST(ComparisonStatus, EndsAnErrorWithAPeriod) {
     EXPECT_EQ(ComparisonStatus("Error: File size mismatched", 0), "Error: File size mismatched.");
 }
 
-class VerificationFileTest : public ::testing::Test {
-protected:
-    bool IsThere(const char* name) const { return fs::exists(Folder.Path() / name); }
-
-    TempFolder Folder;
-};
-
 TEST_F(VerificationFileTest, IsVerifyTmpInTheFolder) {
     const auto file = VerificationFile::Claim(Folder.Path(), {});
     ASSERT_NE(file, nullptr);
@@ -139,22 +126,6 @@ TEST_F(VerificationFileTest, LeavesTheFileOfAnotherAlone) {
 TEST_F(VerificationFileTest, TakesTheFirstNameAgainOnceItIsFree) {
     { const auto first = VerificationFile::Claim(Folder.Path(), {}); }
     EXPECT_EQ(VerificationFile::Claim(Folder.Path(), {})->Path(), Folder.Path() / "Verify.tmp");
-}
-
-TEST_F(VerificationFileTest, ReplacesWhatAKilledProcessLeft) {
-    const pid_t child = fork();
-    if (child == 0) {
-        const auto file = VerificationFile::Claim(Folder.Path(), {});
-        Folder.Write("Verify.tmp", AnyBytes(100));
-        kill(getpid(), SIGKILL);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status));
-    ASSERT_TRUE(IsThere("Verify.tmp"));
-    const auto file = VerificationFile::Claim(Folder.Path(), {});
-    EXPECT_EQ(file->Path(), Folder.Path() / "Verify.tmp");
-    EXPECT_FALSE(IsThere("Verify.tmp"));
 }
 
 TEST_F(VerificationFileTest, IsNotToBeHadInAFolderThatIsNotThere) {

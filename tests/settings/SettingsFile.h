@@ -29,4 +29,7 @@ protected:
     std::filesystem::path Path = Folder.Path() / "Burnwick.ini";
 };
 
+class ReadIni : public SettingsFile {};
+class WriteIni : public SettingsFile {};
+
 }  // namespace burnwick::test

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
+#include <chrono>
 #include <string_view>
 
+#include "platform/FileLock.h"
 #include "settings/SettingsFile.h"
 
 namespace burnwick::test {
@@ -13,9 +13,6 @@ namespace burnwick::test {
 namespace fs = std::filesystem;
 using modUtility::ReadIniValue;
 using modUtility::WriteIniValue;
-
-class ReadIni : public SettingsFile {};
-class WriteIni : public SettingsFile {};
 
 TEST_F(ReadIni, GivesAKeysValue) {
     Holds("[COMPort]\r\nCOM=3\r\nBaudRate=1\r\n[Path]\r\nLastPath=/home/anna/images\r\n");
@@ -68,13 +65,6 @@ TEST_F(ReadIni, GivesAnEmptyTextForAFolderInTheFilesPlace) {
     EXPECT_EQ(ReadIniValue("COMPort", "COM"), "");
 }
 
-TEST_F(ReadIni, DoesNotWaitForAPipeInTheFilesPlace) {
-    ASSERT_EQ(mkfifo(Path.c_str(), 0666), 0);
-    EXPECT_EQ(ReadIniValue("COMPort", "COM"), "");
-    WriteIniValue("COMPort", "COM", "3");
-    EXPECT_TRUE(fs::is_fifo(Path));
-}
-
 TEST_F(WriteIni, MakesFileSectionAndKey) {
     WriteIniValue("COMPort", "COM", "3");
     EXPECT_EQ(Content(), "[COMPort]\r\nCOM=3\r\n");
@@ -102,30 +92,6 @@ TEST_F(WriteIni, StoresMoreThanIsRead) {
     EXPECT_EQ(Content(), "[Path]\r\nLastPath=" + std::string(400, 'x') + "\r\n");
 }
 
-TEST_F(WriteIni, DoesNotReplaceTheFileForAValueThatIsThere) {
-    WriteIniValue("COMPort", "COM", "3");
-    struct stat before {};
-    struct stat after {};
-    ASSERT_EQ(stat(Path.c_str(), &before), 0);
-    WriteIniValue("COMPort", "COM", "3");
-    ASSERT_EQ(stat(Path.c_str(), &after), 0);
-    EXPECT_EQ(before.st_ino, after.st_ino);
-    WriteIniValue("COMPort", "COM", "4");
-    ASSERT_EQ(stat(Path.c_str(), &after), 0);
-    EXPECT_NE(before.st_ino, after.st_ino);
-}
-
-TEST_F(WriteIni, KeepsALinkAndTheFilesPermissions) {
-    const auto target = Folder.Path() / "elsewhere.ini";
-    fs::create_symlink("elsewhere.ini", Path);
-    Holds("[A]\nk=1\n");
-    ASSERT_EQ(chmod(target.c_str(), 0640), 0);
-    WriteIniValue("A", "k", "2");
-    EXPECT_TRUE(fs::is_symlink(Path));
-    EXPECT_EQ(Content(), "[A]\nk=2\n");
-    EXPECT_EQ(fs::status(target).permissions(), fs::perms{0640});
-}
-
 TEST_F(WriteIni, LeavesAFolderInTheFilesPlace) {
     fs::create_directory(Path);
     WriteIniValue("COMPort", "COM", "3");
@@ -148,6 +114,17 @@ TEST_F(WriteIni, WorksOnAFileOfNoise) {
     WriteIniValue("COMPort", "COM", "3");
     EXPECT_EQ(ReadIniValue("COMPort", "COM"), "3");
     EXPECT_TRUE(Content() == noise + "\r\n[COMPort]\r\nCOM=3\r\n");
+}
+
+TEST_F(WriteIni, LeavesTheFileWhileAnotherProgramKeepsTheLock) {
+    Holds("[A]\nk=1\n");
+    const auto lock = LockFile(Folder / "Burnwick.ini.lock", std::chrono::milliseconds(0));
+    ASSERT_NE(lock, nullptr);
+    const auto start = std::chrono::steady_clock::now();
+    WriteIniValue("A", "k", "2");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(Content(), "[A]\nk=1\n");
+    EXPECT_EQ(ReadIniValue("A", "k"), "1") << "who reads needs no lock";
 }
 
 }  // namespace burnwick::test

@@ -25,7 +25,7 @@ TempFolder::~TempFolder() {
 
 std::string TempFolder::Write(std::string_view name, const Bytes& content) const {
     std::string path = *this / name;
-    std::ofstream file(path, std::ios::binary);
+    std::ofstream file(Utf8Path(path), std::ios::binary);
     file.write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
     if (!file.flush()) {
         throw std::runtime_error("cannot write " + path);

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engine/FlashMessages.h"
+#include "platform/Utf8Path.h"
 
 namespace burnwick::test {
 
@@ -18,7 +19,7 @@ public:
 
     const std::filesystem::path& Path() const { return Path_; }
     // The path of a name in it, as text.
-    std::string operator/(std::string_view name) const { return (Path_ / name).string(); }
+    std::string operator/(std::string_view name) const { return Utf8Text(Path_ / Utf8Path(name)); }
     // Writes a file, and gives its path.
     std::string Write(std::string_view name, const Bytes& content) const;
 

@@ -49,11 +49,6 @@ std::optional<bool> ChipIsEmpty(int fd) {
     return (state & TIOCSER_TEMT) != 0;
 }
 
-Clock::duration CharacterTime(const LineSettings& settings) {
-    const auto bits = 1 + settings.DataBits + (settings.Parity == 'N' ? 0 : 1) + settings.StopBits;
-    return std::chrono::duration_cast<Clock::duration>(std::chrono::seconds(bits)) / settings.Baud;
-}
-
 }  // namespace
 
 void LetOutputLeave(int fd, const LineSettings& settings) {

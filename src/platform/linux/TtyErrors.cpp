@@ -41,7 +41,7 @@ CommError DeviceError(const std::string& path, int error) {
         case ENOTDIR:
         case ENXIO:
         case ENODEV:
-            return {CommErrorNumber::NotSerial, path + ": no such device: is the adapter plugged in?"};
+            return MissingDeviceError(path);
         case EACCES:
         case EPERM:
             return NotPermittedError(path);
@@ -65,16 +65,6 @@ CommError BusyError(const std::string& path) {
     const auto who =
         holder ? holder->Name + " (process " + std::to_string(holder->Process) + ")" : "another program";
     return {CommErrorNumber::Busy, path + " is in use by " + who};
-}
-
-CommError NotSerialError(const std::string& path) {
-    return {CommErrorNumber::NotSerial, path + " is not a serial port"};
-}
-
-CommError SettingsError(const std::string& path, const LineSettings& settings) {
-    return {CommErrorNumber::UnusableSettings,
-            path + " cannot be set to " + std::to_string(settings.Baud) + "," + settings.Parity + ","
-                + std::to_string(settings.DataBits) + "," + std::to_string(settings.StopBits)};
 }
 
 }  // namespace burnwick

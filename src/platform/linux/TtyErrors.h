@@ -3,7 +3,6 @@
 #include <string>
 
 #include "platform/CommError.h"
-#include "platform/LineSettings.h"
 
 namespace burnwick {
 
@@ -13,9 +12,5 @@ CommError DeviceError(const std::string& path, int error);
 
 // Another program holds the device; names it when it can be seen.
 CommError BusyError(const std::string& path);
-
-CommError NotSerialError(const std::string& path);
-
-CommError SettingsError(const std::string& path, const LineSettings& settings);
 
 }  // namespace burnwick

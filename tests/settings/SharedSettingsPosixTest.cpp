@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "platform/EnvironmentVariable.h"
-#include "platform/FileLock.h"
 #include "platform/Forked.h"
 #include "settings/SettingsFile.h"
 
@@ -113,17 +112,6 @@ TEST_F(SharedSettings, ShowNoReaderHalfAFile) {
         changes += value != before ? 1 : 0;
         before = value;
     }
-}
-
-TEST_F(SharedSettings, AreLeftWhenAnotherProgramKeepsTheLock) {
-    Holds("[A]\nk=1\n");
-    const auto lock = LockFile(Folder / "Burnwick.ini.lock", std::chrono::milliseconds(0));
-    ASSERT_NE(lock, nullptr);
-    const auto start = std::chrono::steady_clock::now();
-    WriteIniValue("A", "k", "2");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
-    EXPECT_EQ(Content(), "[A]\nk=1\n");
-    EXPECT_EQ(ReadIniValue("A", "k"), "1") << "who reads needs no lock";
 }
 
 TEST_F(SharedSettings, SurviveAFullDisk) {

@@ -1,9 +1,7 @@
 #include <algorithm>
-#include <chrono>
 #include <vector>
 
 #include "log/BigLog.h"
-#include "platform/FileLock.h"
 #include "platform/Forked.h"
 
 // The log between several copies of the program.
@@ -115,15 +113,6 @@ TEST_F(SharedLog, LosesNoRecordWhereverARotationIsKilled) {
         }
     }
     EXPECT_TRUE(sawArchive);
-}
-
-TEST_F(SharedLog, IsAppendedToButNotRotatedWhileAnotherProgramKeepsTheLock) {
-    LogHolds(Records(1, 45));
-    const auto lock = LockFile(Folder / "Burnwick.log.lock", std::chrono::milliseconds(0));
-    ASSERT_NE(lock, nullptr);
-    Write(Failure("/new.bin"));
-    EXPECT_EQ(Log(), Records(1, 45) + " \r\n" + FailureText("/new.bin"));
-    EXPECT_EQ(Names(), std::set<std::string>{"Burnwick.log"});
 }
 
 }  // namespace burnwick::test

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace burnwick {
+
+// The words behind the program's name, as UTF-8 whatever the system's own characters are. Where a shell
+// leaves
+// "*.bin" to the programs, it is the files of such names here, in the order of their names.
+std::vector<std::string> ProgramArguments(int argc, char* const* argv);
+
+// A variable of the environment as UTF-8; empty when there is none.
+std::string EnvironmentText(const char* name);
+
+// From here on standard output and error take UTF-8, and leave line ends as they are written.
+void PrintUnchanged();
+
+}  // namespace burnwick

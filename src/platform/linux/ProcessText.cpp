@@ -1,0 +1,19 @@
+#include "platform/ProcessText.h"
+
+#include <cstdlib>
+
+namespace burnwick {
+
+std::vector<std::string> ProgramArguments(int argc, char* const* argv) {
+    // A caller may have given not even the name.
+    return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+std::string EnvironmentText(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+void PrintUnchanged() {}
+
+}  // namespace burnwick

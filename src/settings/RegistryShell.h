@@ -1,0 +1,34 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "platform/Registry.h"
+#include "platform/ShellCalls.h"
+#include "platform/ShellIntegration.h"
+
+namespace burnwick {
+
+// The desktop of a system that keeps file associations in a registry, and a launcher in a link on the
+// desktop.
+class RegistryShell final : public ShellIntegration {
+public:
+    RegistryShell(std::unique_ptr<Registry> registry, std::unique_ptr<ShellCalls> shell);
+
+    std::filesystem::path AssociatedProgram() const override;
+    void RegisterFileType(const std::filesystem::path& program) override;
+    void UnregisterFileType() override;
+
+    void CreateDesktopShortcut(const std::filesystem::path& program) override;
+    // A link of that name which the program did not make stays on the user's desktop.
+    void DeleteDesktopShortcut() override;
+
+private:
+    std::unique_ptr<Registry> Registry_;
+    std::unique_ptr<ShellCalls> Shell_;
+};
+
+// The user's desktop, by the means that this system has for it. Never null.
+std::unique_ptr<ShellIntegration> DesktopShell();
+
+}  // namespace burnwick

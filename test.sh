@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Runs every test there is. Its last lines are the test runner's own.
+# test.sh [--windows]
+# Runs every test there is. Its last lines are the test runner's own. With --windows, those of the programs for
+# Windows instead, under wine.
 set -euo pipefail
 cd "$(dirname "$0")"
 jobs=$(nproc)
@@ -32,6 +34,11 @@ build() {
 
 step "Packages"
 packaging/install-packages.sh
+if [ "${1-}" = --windows ]; then
+    packaging/install-packages.sh packaging/debian-packages-windows.txt
+    step "Programs for Windows"
+    exec tests/windows.sh
+fi
 
 mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp')
 mapfile -t scripts < <(git ls-files --cached --others --exclude-standard -- '*.sh' '*.bash' '.ci/run')

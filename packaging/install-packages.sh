@@ -1,14 +1,17 @@
 #!/usr/bin/env bash
-# Installs the Debian packages of debian-packages.txt that are missing; calls apt-get only when some are.
+# install-packages.sh [LIST...]
+# Installs the Debian packages of these lists (debian-packages.txt) that are missing; calls apt-get only when some are.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
+lists=("$@")
+[ $# -gt 0 ] || lists=("$here/debian-packages.txt")
 
 missing=()
 while read -r package; do
     case $package in '' | '#'*) continue ;; esac
     state=$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null || true)
     [ "$state" = installed ] || missing+=("$package")
-done <"$here/debian-packages.txt"
+done < <(cat "${lists[@]}")
 [ ${#missing[@]} -gt 0 ] || exit 0
 
 as_root=()

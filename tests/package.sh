@@ -96,6 +96,7 @@ common_files() {
 -rw-r--r-- ./share/bash-completion/completions/burnwick-cli
 -rw-r--r-- ./share/doc/burnwick/README.md
 -rw-r--r-- ./share/doc/burnwick/docs/architecture.md
+-rw-r--r-- ./share/doc/burnwick/docs/building.md
 -rw-r--r-- ./share/doc/burnwick/docs/decisions.md
 -rw-r--r-- ./share/doc/burnwick/docs/protocol.md
 -rw-r--r-- ./share/icons/hicolor/scalable/apps/burnwick.svg

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+#include "platform/LineSettings.h"
+#include "platform/windows/SystemHeaders.h"
+
+namespace burnwick {
+
+// Nothing when the port tells no settings: it is no serial port.
+std::optional<DCB> LineOf(HANDLE port);
+
+// Sets the line at once: bytes pass unchanged both ways, no flow control, modem lines ignored. False, with
+// the line as it was, when it cannot be set so.
+bool SetLine(HANDLE port, const LineSettings& settings);
+
+// A read ends when it has all that it asked for, however long that takes; a write after a second, done or
+// not.
+bool SetTimeouts(HANDLE port);
+
+// Waits until the driver has nothing more to send, and the line had time for what the adapter may still hold;
+// not beyond `limit`.
+void LetOutputLeave(HANDLE port, const LineSettings& settings, std::chrono::steady_clock::time_point limit);
+
+}  // namespace burnwick

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/windows/SystemHeaders.h"
+
+namespace burnwick {
+
+// One of the folders that the system keeps for this user; empty when he has none.
+std::filesystem::path KnownFolder(const GUID& folder);
+
+// The path in a variable of the environment; empty when it is not set.
+std::filesystem::path PathFromEnvironment(const wchar_t* variable);
+
+}  // namespace burnwick

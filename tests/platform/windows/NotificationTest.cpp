@@ -1,0 +1,122 @@
+#include "platform/Notification.h"
+
+#include <gmock/gmock.h>
+
+#include <future>
+#include <thread>
+
+#include "platform/windows/UniqueHandle.h"
+#include "platform/windows/WideText.h"
+
+namespace burnwick::test {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+// What has the icons beside the clock: a window of a certain class, which is told what they are to show.
+class FakeShell {
+public:
+    enum class Kind { Answers, Deaf };
+
+    explicit FakeShell(Kind kind)
+        : Thread_([this, kind] {
+              const HWND window = NewWindow();
+              Window_.set_value(window);
+              if (kind == Kind::Deaf) {
+                  WaitForSingleObject(End_.Get(), INFINITE);
+              }
+              for (MSG message; window != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0;) {
+                  DispatchMessageW(&message);
+              }
+          }) {
+        Handle_ = Window_.get_future().get();
+    }
+    FakeShell(const FakeShell&) = delete;
+    FakeShell& operator=(const FakeShell&) = delete;
+    ~FakeShell() {
+        SetEvent(End_.Get());
+        PostMessageW(Handle_, WM_CLOSE, 0, 0);
+        Thread_.join();
+        UnregisterClassW(L"Shell_TrayWnd", GetModuleHandleW(nullptr));
+    }
+
+    // False on a desktop that shows no windows.
+    bool IsThere() const { return Handle_ != nullptr; }
+
+    // All that it has been told, texts and numbers alike, as characters.
+    std::wstring Told() const { return Told_; }
+
+private:
+    HWND NewWindow() {
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = OnMessage;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.lpszClassName = L"Shell_TrayWnd";
+        RegisterClassW(&windowClass);
+        const HWND window = CreateWindowExW(WS_EX_TOPMOST, windowClass.lpszClassName, L"", WS_POPUP, 0, 0, 1,
+                                            1, nullptr, nullptr, windowClass.hInstance, nullptr);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        return window;
+    }
+
+    static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
+        if (message == WM_COPYDATA) {
+            const auto* const data = reinterpret_cast<const COPYDATASTRUCT*>(second);
+            auto* const self = reinterpret_cast<FakeShell*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+            self->Told_.append(static_cast<const wchar_t*>(data->lpData), data->cbData / sizeof(wchar_t));
+            return TRUE;
+        }
+        if (message == WM_DESTROY) {
+            PostQuitMessage(0);
+        }
+        return DefWindowProcW(window, message, first, second);
+    }
+
+    std::wstring Told_;
+    UniqueHandle End_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    std::promise<HWND> Window_;
+    HWND Handle_ = nullptr;
+    std::thread Thread_;
+};
+
+void ExpectSoonOver(const std::string& title, const std::string& text) {
+    const auto before = std::chrono::steady_clock::now();
+    Notify(title, text);
+    // The limit itself is shorter: a loaded machine needs air.
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 2s);
+}
+
+TEST(NotificationTest, ReachesTheShellAsItStands) {
+    const FakeShell shell(FakeShell::Kind::Answers);
+    if (!shell.IsThere()) {
+        GTEST_SKIP() << "no window can be made here";
+    }
+    Notify("<a> & b", "<b>R&D</b>\\\xC3\xBC\xD0\x97.bin");
+    EXPECT_THAT(shell.Told(), HasSubstr(L"<a> & b"));
+    EXPECT_THAT(shell.Told(), HasSubstr(L"<b>R&D</b>\\\u00FC\u0417.bin"));
+}
+
+TEST(NotificationTest, IsCutBetweenCharactersWhereTheShellsRoomEnds) {
+    const FakeShell shell(FakeShell::Kind::Answers);
+    if (!shell.IsThere()) {
+        GTEST_SKIP() << "no window can be made here";
+    }
+    Notify(std::string(62, 't') + "\xF0\x9F\x94\xA5", std::string(254, 'x') + "\xF0\x9F\x94\xA5");
+    EXPECT_THAT(shell.Told(), HasSubstr(std::wstring(62, L't') + L'\0'));
+    EXPECT_THAT(shell.Told(), HasSubstr(std::wstring(254, L'x') + L'\0'));
+    EXPECT_THAT(shell.Told(), Not(HasSubstr(std::wstring(254, L'x') + L'\xD83D')));
+}
+
+TEST(NotificationTest, AShellThatDoesNotAnswerIsNotWaitedFor) {
+    const FakeShell shell(FakeShell::Kind::Deaf);
+    ExpectSoonOver("Unit 1", "Programming was completed.");
+}
+
+TEST(NotificationTest, ADesktopWithoutAShellIsNoError) {
+    ExpectSoonOver("Unit 1", "Programming was completed.");
+}
+
+}  // namespace
+}  // namespace burnwick::test

@@ -1,0 +1,133 @@
+#!/usr/bin/env bash
+# Builds the programs for Windows, and runs them and the core's tests under wine, in a prefix that is thrown away.
+# Prints what fails, and one line at the end when nothing did.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+export CCACHE_NOHASHDIR=1 LC_ALL=C.UTF-8
+bin=$PWD/build/windows/bin
+native=$PWD/build/cli/bin
+work=$(mktemp -d)
+export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+unset DISPLAY
+unit=
+
+leave() {
+    [ -z "$unit" ] || kill "$unit" 2>/dev/null || true
+    if [ -d "$WINEPREFIX" ]; then
+        wineserver -k 2>/dev/null || true
+        wineserver -w 2>/dev/null || true
+    fi
+    rm -rf "$work"
+}
+trap leave EXIT
+
+fail() {
+    printf '%s\n' "$@" >&2
+    exit 1
+}
+
+# quietly COMMAND...: prints what it said only when it failed.
+quietly() {
+    "$@" >"$work/said" 2>&1 || {
+        cat "$work/said" >&2
+        fail "This failed: $*"
+    }
+}
+
+# == Build
+
+quietly cmake --preset cli
+quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwick-unit
+quietly cmake --preset windows
+quietly cmake --build --preset windows
+
+# Windows' own libraries, and no other: what they are called there never changes.
+foreign=$(x86_64-w64-mingw32-objdump -p "$bin/burnwick-cli.exe" | sed -n 's/^\tDLL Name: //p' \
+    | grep -viE '^(advapi32|kernel32|msvcrt|ole32|oleaut32|setupapi|shell32|user32)\.dll$' || true)
+[ -z "$foreign" ] || fail "burnwick-cli.exe needs what Windows does not have: $foreign"
+
+# == Tests
+
+mkdir "$WINEPREFIX"
+# One server for all of it: started anew it would take up the serial ports anew, and lose the unit's.
+quietly wineserver -p
+quietly wineboot --init
+
+# run_tests PROGRAM: in a folder of its own.
+run_tests() {
+    local name
+    name=$(basename "$1" .exe)
+    mkdir "$work/$name"
+    cd "$work/$name"
+    if ! timeout 300 wine "$1" --gtest_brief=1 >log 2>&1 </dev/null; then
+        printf '== %s\n' "$name" | cat - log >&2
+        return 1
+    fi
+}
+export -f run_tests
+export work
+programs=("$bin"/*_tests.exe)
+# shellcheck disable=SC2016
+printf '%s\0' "${programs[@]}" | xargs -0 -P 2 -I{} bash -c 'run_tests "$1"' _ {} || fail "Tests failed under wine."
+
+# == The command line, beside this system's own
+
+cd "$work"
+export BURNWICK_HOME=$work/home
+cli() {
+    timeout 300 wine "$bin/burnwick-cli.exe" "$@" </dev/null
+}
+
+# alike ARGUMENT...: both programs print the same, and end with the same status.
+alike() {
+    local status=0 other=0
+    "$native/burnwick-cli" "$@" >native.out 2>native.err </dev/null || status=$?
+    cli "$@" >windows.out 2>windows.err || other=$?
+    [ "$status" = "$other" ] || fail "burnwick-cli.exe $* ended with $other instead of $status." "$(cat windows.err)"
+    if ! diff native.out windows.out >&2 || ! diff native.err windows.err >&2; then
+        fail "burnwick-cli.exe $* says something else."
+    fi
+}
+
+"$native/burnwick-sample" sample.bin
+mkdir 'образы 映像'
+cp sample.bin 'образы 映像/größe €.bin'
+cp sample.bin changed.bin
+printf 'x' | dd of=changed.bin bs=1 seek=300000 conv=notrunc status=none
+alike --version
+alike --help
+alike info sample.bin
+alike info --json 'образы 映像/größe €.bin'
+alike compare sample.bin 'образы 映像/größe €.bin'
+alike compare sample.bin changed.bin
+alike compare --json sample.bin changed.bin
+alike info missing.bin
+alike download sample.bin --port COM17
+alike frobnicate
+"$native/burnwick-cli" info -- *.bin >native.out
+cli info '*.bin' >windows.out || fail "burnwick-cli.exe finds no files of *.bin."
+diff native.out windows.out >&2 || fail "burnwick-cli.exe info *.bin says something else."
+
+# == A unit
+
+# expect_run ARGUMENT...: a run that succeeds.
+expect_run() {
+    cli "$@" >run.out 2>run.err || fail "burnwick-cli.exe $* failed:" "$(cat run.out run.err)"
+}
+
+"$native/burnwick-unit" --link "$work/line" --flash flash.bin >unit.log 2>&1 &
+unit=$!
+for ((i = 0; i < 100; i++)); do
+    [ ! -e line ] || break
+    sleep 0.1
+done
+ln -sfn "$(readlink -f line)" "$WINEPREFIX/dosdevices/com1"
+for baud in 57600 115200; do
+    expect_run download sample.bin --port COM1 --baud "$baud" --verify
+    grep -qxF 'Verifying was successfully.' run.out || fail "The verification says:" "$(cat run.out)"
+done
+expect_run upload 'образы 映像/back.bin' --port COM1 --chip 4Mbit
+cmp sample.bin 'образы 映像/back.bin' >&2 || fail "What was read back is not the image."
+grep -q sample.bin home/Burnwick.log || fail "The log does not tell of the run."
+
+echo "${#programs[@]} test programs and the command line ran under wine."

@@ -24,6 +24,7 @@ no_messages=$(
     cat <<'END'
 Programs, reads and checks the flash memory of a video unit over a serial line
 A unit's flash memory is being programmed or read
+Burnwick writes images into units over a serial line
 Burnwick Help
 Burnwick (OEM) Help
 &Flash with Burnwick
@@ -49,7 +50,6 @@ Select File 1
 Select File 2
 Binary File (*.Bin)
 Select All
-Burnwick writes images into units over a serial line
 %.1f KB/s, %ld:%02ld left
 END
 )

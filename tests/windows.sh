@@ -9,10 +9,10 @@ native=$PWD/build/cli/bin
 work=$(mktemp -d)
 export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
 unset DISPLAY
-unit=
+started=()
 
 leave() {
-    [ -z "$unit" ] || kill "$unit" 2>/dev/null || true
+    [ ${#started[@]} -eq 0 ] || kill "${started[@]}" 2>/dev/null || true
     if [ -d "$WINEPREFIX" ]; then
         wineserver -k 2>/dev/null || true
         wineserver -w 2>/dev/null || true
@@ -37,7 +37,7 @@ quietly() {
 # == Build
 
 quietly cmake --preset cli
-quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwick-unit
+quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwick-unit null_modem
 quietly cmake --preset windows
 quietly cmake --build --preset windows
 
@@ -46,12 +46,35 @@ foreign=$(x86_64-w64-mingw32-objdump -p "$bin/burnwick-cli.exe" | sed -n 's/^\tD
     | grep -viE '^(advapi32|kernel32|msvcrt|ole32|oleaut32|setupapi|shell32|user32)\.dll$' || true)
 [ -z "$foreign" ] || fail "burnwick-cli.exe needs what Windows does not have: $foreign"
 
+# start_with_line LINK COMMAND...: starts it in the background, and waits for its line.
+start_with_line() {
+    local link=$1 i
+    shift
+    "$@" >"$link.log" 2>&1 &
+    started+=($!)
+    for ((i = 0; i < 100; i++)); do
+        [ ! -e "$link" ] || return 0
+        sleep 0.1
+    done
+    fail "No line: $*" "$(cat "$link.log")"
+}
+
 # == Tests
 
+# A unit, and a cable between two ports for the tests of a line.
+start_with_line "$work/line" "$native/burnwick-unit" --link "$work/line" --flash "$work/memory"
+start_with_line "$work/near" "$native/null_modem" "$work/near" "$work/far"
+
 mkdir "$WINEPREFIX"
-# One server for all of it: started anew it would take up the serial ports anew, and lose the unit's.
-quietly wineserver -p
 quietly wineboot --init
+quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/line"
+quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM7 /d "$work/near"
+quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM8 /d "$work/far"
+export BURNWICK_LINE=COM7,COM8
+# Ports are taken up when the server starts; one server then serves all that follows.
+quietly wineserver -k
+wineserver -w
+quietly wineserver -p
 
 # run_tests PROGRAM: in a folder of its own.
 run_tests() {
@@ -115,13 +138,6 @@ expect_run() {
     cli "$@" >run.out 2>run.err || fail "burnwick-cli.exe $* failed:" "$(cat run.out run.err)"
 }
 
-"$native/burnwick-unit" --link "$work/line" --flash flash.bin >unit.log 2>&1 &
-unit=$!
-for ((i = 0; i < 100; i++)); do
-    [ ! -e line ] || break
-    sleep 0.1
-done
-ln -sfn "$(readlink -f line)" "$WINEPREFIX/dosdevices/com1"
 for baud in 57600 115200; do
     expect_run download sample.bin --port COM1 --baud "$baud" --verify
     grep -qxF 'Verifying was successfully.' run.out || fail "The verification says:" "$(cat run.out)"

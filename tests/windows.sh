@@ -17,6 +17,7 @@ leave() {
         wineserver -k 2>/dev/null || true
         wineserver -w 2>/dev/null || true
     fi
+    umount "$work/disk" 2>/dev/null || true
     rm -rf "$work"
 }
 trap leave EXIT
@@ -65,8 +66,12 @@ start_with_line() {
 start_with_line "$work/line" "$native/burnwick-unit" --link "$work/line" --flash "$work/memory"
 start_with_line "$work/near" "$native/null_modem" "$work/near" "$work/far"
 
-mkdir "$WINEPREFIX"
+# The prefix has links into the home of whoever runs this: links that the tests make are to lie on no one's desktop.
+export HOME=$work/user
+mkdir "$WINEPREFIX" "$HOME" "$HOME/Desktop"
 quietly wineboot --init
+# Windows that nobody sees need no display.
+quietly wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/line"
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM7 /d "$work/near"
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM8 /d "$work/far"
@@ -75,6 +80,13 @@ export BURNWICK_LINE=COM7,COM8
 quietly wineserver -k
 wineserver -w
 quietly wineserver -p
+
+# Whoever may mount shows the tests a program on a disk that cannot be written.
+if mkdir "$work/disk" && mount -t tmpfs -o size=50m none "$work/disk" 2>/dev/null; then
+    cp "$bin/windows_child.exe" "$work/disk"
+    mount -o remount,ro "$work/disk"
+    export BURNWICK_READ_ONLY_FOLDER="Z:${work//\//\\}\\disk"
+fi
 
 # run_tests PROGRAM: in a folder of its own.
 run_tests() {

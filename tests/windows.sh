@@ -62,8 +62,10 @@ start_with_line() {
 
 # == Tests
 
-# A unit, and a cable between two ports for the tests of a line.
+# Two units, one of them as slow as a real line, and a cable between two ports for the tests of a line.
 start_with_line "$work/line" "$native/burnwick-unit" --link "$work/line" --flash "$work/memory"
+start_with_line "$work/slow" "$native/burnwick-unit" --link "$work/slow" --pace
+slow_unit=${started[-1]}
 start_with_line "$work/near" "$native/null_modem" "$work/near" "$work/far"
 
 # The prefix has links into the home of whoever runs this: links that the tests make are to lie on no one's desktop.
@@ -73,13 +75,18 @@ quietly wineboot --init
 # Windows that nobody sees need no display.
 quietly wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/line"
+quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM2 /d "$work/slow"
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM7 /d "$work/near"
-quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM8 /d "$work/far"
-export BURNWICK_LINE=COM7,COM8
+quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM12 /d "$work/far"
+export BURNWICK_LINE=COM7,COM12
 # Ports are taken up when the server starts; one server then serves all that follows.
 quietly wineserver -k
 wineserver -w
 quietly wineserver -p
+quietly wine cmd /c exit
+# What is no device is denied in the words that a driver has for a port that is taken.
+ln -s "$work" "$WINEPREFIX/dosdevices/com9"
+export BURNWICK_DENIED=COM9
 
 # Whoever may mount shows the tests a program on a disk that cannot be written.
 if mkdir "$work/disk" && mount -t tmpfs -o size=50m none "$work/disk" 2>/dev/null; then
@@ -157,5 +164,30 @@ done
 expect_run upload 'образы 映像/back.bin' --port COM1 --chip 4Mbit
 cmp sample.bin 'образы 映像/back.bin' >&2 || fail "What was read back is not the image."
 grep -q sample.bin home/Burnwick.log || fail "The log does not tell of the run."
+
+# refused TEXT ARGUMENT...: a run that does not come about.
+refused() {
+    local status=0
+    cli "${@:2}" >run.out 2>run.err || status=$?
+    if [ "$status" != 5 ] || ! grep -qF "$1" run.err; then
+        fail "burnwick-cli.exe ${*:2} ended with $status instead of 5:" "$(cat run.out run.err)"
+    fi
+}
+refused 'COM9 is in use by another program (' download sample.bin --port COM9
+refused 'COM5: no such device: is the adapter plugged in?' download sample.bin --port COM5
+refused 'COM77: no such device: is the adapter plugged in?' download sample.bin --port '\\.\COM77'
+refused 'is not a serial port' download sample.bin --port ./sample.bin
+
+# The adapter is pulled out of a run that would have taken most of a minute.
+cli download sample.bin --port COM2 >run.out 2>run.err &
+run=$!
+for ((i = 0; i < 300; i++)); do
+    ! grep -qF 'Sending data to the unit...' run.out || break
+    sleep 0.1
+done
+kill -KILL "$slow_unit"
+status=0
+wait "$run" || status=$?
+[ "$status" = 2 ] || fail "A run whose line is gone ended with $status:" "$(cat run.out run.err)"
 
 echo "${#programs[@]} test programs and the command line ran under wine."

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -39,7 +40,7 @@ std::string DraggedImage(const QMimeData& data) {
     if (urls.size() != 1 || !urls.constFirst().isLocalFile()) {
         return {};
     }
-    const std::string path = urls.constFirst().toLocalFile().toStdString();
+    const std::string path = QDir::toNativeSeparators(urls.constFirst().toLocalFile()).toStdString();
     const bool isImage =
         modBinFileInfo::ReadTrouble(path).empty() && modBinFileInfo::CheckFileFormat(path).empty();
     return isImage ? path : std::string();

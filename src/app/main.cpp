@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 #include <QTimer>
 #include <iostream>
@@ -54,7 +55,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .Setting = modUtility::ReadIniValue,
         .Store = modUtility::WriteIniValue,
         .ProgramFolder = ProgramFolder(),
-        .Executable = Utf8Path(QApplication::applicationFilePath().toStdString()),
+        .Executable = Utf8Path(QDir::toNativeSeparators(QApplication::applicationFilePath()).toStdString()),
         .Shell = shell,
         .Copies = CopiesOf,
         .NewDevice = NewSerialDevice,

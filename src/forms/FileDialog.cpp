@@ -1,5 +1,6 @@
 #include "forms/FileDialog.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 
@@ -11,7 +12,8 @@ namespace {
 
 std::string Ask(QFileDialog& dialog) {
     const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
-    return chosen ? dialog.selectedFiles().constFirst().toStdString() : std::string();
+    return chosen ? QDir::toNativeSeparators(dialog.selectedFiles().constFirst()).toStdString()
+                  : std::string();
 }
 
 bool MayReplace(QWidget* parent, const std::string& path) {

@@ -6,8 +6,7 @@
 namespace burnwick {
 
 // The words behind the program's name, as UTF-8 whatever the system's own characters are. Where a shell
-// leaves
-// "*.bin" to the programs, it is the files of such names here, in the order of their names.
+// leaves "*.bin" to the programs, it is the files of such names here, in the order of their names.
 std::vector<std::string> ProgramArguments(int argc, char* const* argv);
 
 // A variable of the environment as UTF-8; empty when there is none.

@@ -1,5 +1,6 @@
 #include "tools/modBrowseFolder.h"
 
+#include <QDir>
 #include <QFileDialog>
 
 namespace burnwick::modBrowseFolder {
@@ -9,7 +10,8 @@ std::string BrowseForFolder(QWidget* owner, const std::string& title) {
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
-    return chosen ? dialog.selectedFiles().constFirst().toStdString() : std::string();
+    return chosen ? QDir::toNativeSeparators(dialog.selectedFiles().constFirst()).toStdString()
+                  : std::string();
 }
 
 }  // namespace burnwick::modBrowseFolder

@@ -8,6 +8,7 @@
 
 #include "support/Program.h"
 #include "support/SampleImages.h"
+#include "support/UnitProgram.h"
 
 namespace burnwick::test {
 

@@ -10,7 +10,9 @@ extern "C" const char* __lsan_default_suppressions() {
 
 int main(int argc, char* argv[]) {
     testing::InitGoogleMock(&argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", SCREEN);
+    // A dialog of the system's own has no controls that a test could look for.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,13 +1,11 @@
 // What the viewer of the activity log shows, and how it clears the log.
 #include "gui/frmActivityTest.h"
 
-#include <sys/stat.h>
-
 #include <QDir>
 #include <QPalette>
 #include <QScreen>
 
-#include "support/AnyUser.h"
+#include "support/ShutFile.h"
 
 namespace burnwick::test {
 
@@ -111,8 +109,7 @@ TEST_F(frmActivityTest, TellsOfAFolderInTheLogsPlace) {
 
 TEST_F(frmActivityTest, TellsOfALogThatMayNotBeRead) {
     LogHolds("secret\r\n");
-    ASSERT_EQ(chmod(Live.c_str(), 0), 0);
-    const AnyUser user;
+    const ShutFile shut(Live);
     EXPECT_THAT(Shown(), HasSubstr("Permission denied."));
     EXPECT_FALSE(Button("cmdFind").isEnabled());
 }
@@ -160,14 +157,12 @@ TEST_F(frmActivityTest, DeletesTheLogOnYes) {
 TEST_F(frmActivityTest, KeepsALogThatCannotBeDeletedAndTellsSo) {
     LogHolds(TwoRecords);
     const auto before = Shown();
-    ASSERT_EQ(chmod(Folder.Path().c_str(), 0555), 0);
     User.ClickInBox(QMessageBox::Yes);
     User.ClickInBox(QMessageBox::Ok);
     {
-        const AnyUser user;
+        const ShutFile shut(Live);
         Click("cmdClear");
     }
-    ASSERT_EQ(chmod(Folder.Path().c_str(), 0777), 0);
     EXPECT_EQ(User.Boxes().back().Icon, QMessageBox::Warning);
     EXPECT_THAT(User.Boxes().back().Text, HasSubstr("Permission denied."));
     EXPECT_EQ(Shown(), before);

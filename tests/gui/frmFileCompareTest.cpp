@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "support/AnyUser.h"
+#include "support/ShutFile.h"
 
 namespace burnwick::test {
 
@@ -227,43 +227,12 @@ TEST_F(frmFileCompareRefusal, OfTheSameNameInAnotherCase) {
 }
 
 TEST_F(frmFileCompareTest, TellsWhyAFileCannotBeRead) {
-    fs::permissions(Copy, fs::perms::none);
     {
-        const AnyUser user;
+        const ShutFile shut(Copy);
         Compare(Here, Copy);
     }
     EXPECT_EQ(Status(), "Status: Error: " + Copy + ": Permission denied.");
     EXPECT_TRUE(CompareButton().isEnabled());
-}
-
-TEST_F(frmFileCompareTest, TellsOfAFileInAShutFolderThatItCannotBeRead) {
-    fs::create_directory(Folder.Path() / "shut");
-    const std::string inside = Folder.Write("shut/inside.bin", ImageBuilder(100).Build());
-    fs::permissions(Folder.Path() / "shut", fs::perms::none);
-    {
-        const AnyUser user;
-        Compare(inside, Here);
-    }
-    fs::permissions(Folder.Path() / "shut", fs::perms::owner_all);
-    EXPECT_EQ(Status(), "Status: Error: " + inside + ": Permission denied.");
-}
-
-TEST_F(frmFileCompareTest, ShowsAStatusThatIsTooLongInItsTip) {
-    std::string folder = Folder.Path().string();
-    for (int i = 0; i < 15; ++i) {
-        folder += "/<b>&" + std::string(240, 'x');
-    }
-    fs::create_directories(folder);
-    const std::string path = folder + "/1.bin";
-    fs::create_symlink(path, path);
-    const QSize size = Form().size();
-    Compare(Here, path);
-    EXPECT_THAT(Status(), StartsWith("Status: Error: " + path + ": "));
-    EXPECT_EQ(Form().size(), size);
-    QHelpEvent tip(QEvent::ToolTip, {5, 5}, StatusLabel().mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&StatusLabel(), &tip);
-    EXPECT_THAT(StatusLabel().toolTip().toStdString(), ::testing::HasSubstr("&lt;b&gt;")) << "no mark-up";
-    QToolTip::hideText();
 }
 
 TEST_F(frmFileCompareTest, FindsFilesWhoseNamesHoldAnything) {

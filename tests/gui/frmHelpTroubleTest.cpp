@@ -6,7 +6,7 @@
 #include <random>
 
 #include "gui/HelpTest.h"
-#include "support/AnyUser.h"
+#include "support/ShutFile.h"
 
 namespace burnwick::test {
 
@@ -41,9 +41,8 @@ TEST_F(frmHelpTroubleTest, AFolderIsTold) {
 
 TEST_F(frmHelpTroubleTest, AFileThatMayNotBeReadIsTold) {
     const std::string file = Files.Write("Burnwick.hlp", {});
-    fs::permissions(file, fs::perms::none);
     fs::resize_file(file, 100);
-    const AnyUser user;
+    const ShutFile shut(file);
     OpenFile(file);
     ExpectTrouble("Permission denied");
 }

@@ -6,8 +6,6 @@
 #include <filesystem>
 
 #include "gui/CopyTest.h"
-#include "support/AnyUser.h"
-#include "support/LittleRoom.h"
 
 namespace burnwick::test {
 
@@ -45,20 +43,6 @@ TEST_F(frmMainCopyTrouble, AFolderOfTheImagesNameIsTold) {
     Trigger("mnuFileCopyToFolder");
     ExpectCopyError("What has this name in the folder is a folder.");
     EXPECT_TRUE(fs::is_directory(To_ / "unit.bin"));
-    ExpectUsable();
-}
-
-TEST_F(frmMainCopyTrouble, AFolderThatMayNotBeWrittenIsTold) {
-    Show(Image());
-    Folder.Write("to/other.bin", Old_);
-    User.TypeFile(To_.string());
-    User.ClickInBox(QMessageBox::Ok);
-    {
-        const AnyUser user;
-        Trigger("mnuFileCopyToFolder");
-    }
-    ExpectCopyError("The copy cannot be written: Permission denied.");
-    EXPECT_EQ(FilesThere(), 1);
     ExpectUsable();
 }
 
@@ -111,24 +95,6 @@ TEST_F(frmMainCopyTrouble, AnImageThatHasBecomeAFolderIsTold) {
     Trigger("mnuFileCopyToFolder");
     ExpectCopyError("The file cannot be read: it is a folder.");
     EXPECT_EQ(FilesThere(), 0);
-    ExpectUsable();
-}
-
-TEST_F(frmMainCopyTrouble, AFullDiskLeavesTheOldFile) {
-    Show(Image());
-    Folder.Write("to/unit.bin", Old_);
-    User.TypeFile(To_.string());
-    User.ClickInBox(QMessageBox::Yes);
-    User.ClickInBox(QMessageBox::Ok);
-    {
-        const LittleRoom little(100'000);
-        Trigger("mnuFileCopyToFolder");
-    }
-    ASSERT_EQ(User.Boxes().size(), 2U);
-    ExpectCopyError(User.Boxes().back().More);
-    EXPECT_THAT(User.Boxes().back().More, StartsWith("The copy cannot be written: "));
-    EXPECT_EQ(ReadFile(To_ / "unit.bin"), Old_);
-    EXPECT_EQ(FilesThere(), 1);
     ExpectUsable();
 }
 

@@ -2,7 +2,7 @@
 #include <filesystem>
 
 #include "gui/WindowTest.h"
-#include "support/AnyUser.h"
+#include "support/ShutFile.h"
 
 namespace burnwick::test {
 
@@ -55,9 +55,8 @@ TEST_F(frmMainTrouble, AForeignFileIsRefused) {
 
 TEST_F(frmMainTrouble, AnUnreadableFileIsToldWithTheReason) {
     const std::string image = Folder.Write("locked.bin", AnyBytes(65'536));
-    fs::permissions(image, fs::perms::none);
     {
-        const AnyUser user;
+        const ShutFile shut(image);
         Start(image);
     }
     EXPECT_EQ(Status(), "Invalid file format.");

@@ -149,9 +149,12 @@ run_behaviour() {
     mkdir -m 700 "$station/run"
     export HOME=$station/home BURNWICK_HOME=$station/home XDG_CONFIG_HOME=$station/config
     export XDG_DATA_HOME=$station/data XDG_RUNTIME_DIR=$station/run
-    printf '%s\n' '[Ports]' "COM1=$station/line" "COM2=$station/line2" '' '[COMPort]' COM=1 BaudRate=1 \
-        >"$BURNWICK_HOME/Burnwick.ini"
+    first_settings >"$BURNWICK_HOME/Burnwick.ini"
     "$1"
+}
+
+first_settings() {
+    printf '%s\n' '[Ports]' "COM1=$station/line" "COM2=$station/line2" '' '[COMPort]' COM=1 BaudRate=1
 }
 
 # start_bus NAME: one that starts nothing by itself. Its address is in $found then.

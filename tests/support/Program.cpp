@@ -8,17 +8,10 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <stdexcept>
-#include <thread>
-#include <utility>
 
 namespace burnwick::test {
 
 namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto Patience = 30s;
 
 void RedirectTo(const std::string& path, int descriptor) {
     const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
@@ -36,13 +29,6 @@ std::string TextOf(const std::string& path) {
 
 double Seconds(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-}
-
-std::vector<std::string> UnitArguments(const TempFolder& folder, std::vector<std::string> options) {
-    std::vector<std::string> arguments{BURNWICK_UNIT, "--link", folder / "line", "--flash",
-                                       folder / "flash.bin"};
-    std::move(options.begin(), options.end(), std::back_inserter(arguments));
-    return arguments;
 }
 
 }  // namespace
@@ -100,33 +86,6 @@ Program::End Program::Wait() {
         end.CpuSeconds = Seconds(usage.ru_utime) + Seconds(usage.ru_stime);
     }
     return end;
-}
-
-bool Eventually(const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + Patience;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            return false;
-        }
-        std::this_thread::sleep_for(2ms);
-    }
-    return true;
-}
-
-UnitProgram::UnitProgram(std::vector<std::string> options)
-    : Line_(Folder_ / "line"), Program_(UnitArguments(Folder_, std::move(options))) {
-    if (!Program_.Prints("/dev/") || !Eventually([this] { return std::filesystem::exists(Line_); })) {
-        throw std::runtime_error("burnwick-unit does not start: " + Program_.Err());
-    }
-}
-
-Bytes UnitProgram::Flash() const {
-    return ReadFile(Folder_ / "flash.bin");
-}
-
-void UnitProgram::Kill() {
-    Program_.Signal(SIGKILL);
-    Program_.Wait();
 }
 
 }  // namespace burnwick::test

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/Eventually.h"
 #include "support/TempFolder.h"
 
 namespace burnwick::test {
@@ -39,27 +40,6 @@ public:
 private:
     TempFolder Folder_;
     pid_t Process_ = -1;
-};
-
-// Waits until the condition holds; false when it does not within some seconds.
-bool Eventually(const std::function<bool()>& condition);
-
-// burnwick-unit on a line of its own.
-class UnitProgram {
-public:
-    explicit UnitProgram(std::vector<std::string> options = {});
-
-    // The path of its line.
-    const std::string& Line() const { return Line_; }
-    // Its flash memory. It keeps it up to date from the finish message of each run on.
-    Bytes Flash() const;
-    // The unit is gone, and the line with it.
-    void Kill();
-
-private:
-    TempFolder Folder_;
-    std::string Line_;
-    Program Program_;
 };
 
 }  // namespace burnwick::test

@@ -1,0 +1,83 @@
+#!/usr/bin/env bash
+# qt.sh LINK
+# Makes LINK lead to a Qt for Windows: static, of the version that this system's own Qt has, with what Burnwick needs of
+# it. Builds it from the distribution's source package when the cache (~/.cache/burnwick) has none of that name, which
+# takes a quarter of an hour on two cores. Needs what debian-packages-windows.txt lists.
+set -euo pipefail
+[ $# -eq 1 ] || {
+    echo "usage: qt.sh LINK" >&2
+    exit 64
+}
+link=$1
+toolchain=$(cd "$(dirname "$0")/../../cmake" && pwd)/windows-toolchain.cmake
+version=$(dpkg-query --show --showformat='${source:Version}' qt6-base-dev)
+
+# Burnwick has no database, no printer and no connection but its own. Of the libraries, Qt brings what it needs.
+without=(
+    brotli concurrent dbus direct2d gif glib gssapi icu jpeg libproxy opengl openssl printsupport schannel sql sspi
+    tabletevent vulkan xml zstd
+    system_doubleconversion system_freetype system_harfbuzz system_jpeg system_libb2 system_pcre2 system_png
+    system_textmarkdownreader system_zlib
+)
+options=(-DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=OFF -DINPUT_opengl=no -DINPUT_openssl=no
+    -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF
+    -DQT_HOST_PATH=/usr "-DQT_HOST_PATH_CMAKE_DIR=/usr/lib/$(dpkg-architecture --query DEB_HOST_MULTIARCH)/cmake")
+for feature in "${without[@]}"; do
+    options+=("-DFEATURE_$feature=OFF")
+done
+
+# Whatever makes another Qt makes another name.
+compiler=$(dpkg-query --show --showformat='${Version}' g++-mingw-w64-x86-64-posix)
+made_of=$(printf '%s\n' "$compiler" "${options[@]}" | sha256sum | cut -c 1-12)
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/burnwick
+prefix=$cache/qt-windows-$version-$made_of
+
+# sources: the source package into this folder. The system's own list of packages is read, and never changed.
+sources() {
+    local from=/etc/apt apt=$PWD/apt file
+    mkdir -p "$apt/lists/partial" "$apt/cache/archives/partial" "$apt/sources"
+    for file in "$from/sources.list" "$from"/sources.list.d/*.list; do
+        [ ! -f "$file" ] || sed -n 's/^deb\(-src\)\?\([[:blank:]]\)/deb-src\2/p' "$file" | sort -u \
+            >"$apt/sources/$(basename "$file" .list).list"
+    done
+    for file in "$from"/sources.list.d/*.sources; do
+        [ ! -f "$file" ] || sed 's/^Types:.*/Types: deb-src/' "$file" >"$apt/sources/$(basename "$file")"
+    done
+    set -- -o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$apt/sources" -o "Dir::State::Lists=$apt/lists" \
+        -o "Dir::Cache=$apt/cache" -o APT::Sandbox::User=root
+    apt-get "$@" update
+    apt-get "$@" --download-only source "qt6-base=$version"
+    # What was loaded has been held against the signed list.
+    dpkg-source --no-check --extract ./*.dsc source
+}
+
+build() {
+    sources
+    cmake -G Ninja -S source -B build -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_INSTALL_PREFIX="$prefix.part" \
+        "${options[@]}"
+    cmake --build build
+    cmake --install build
+}
+
+if [ ! -d "$prefix" ]; then
+    mkdir -p "$cache"
+    # Two builds at the same time: the second one waits, and finds it done.
+    exec 9>"$cache/lock"
+    flock 9
+fi
+if [ ! -d "$prefix" ]; then
+    echo "Building Qt for Windows, once: $prefix"
+    work=$(mktemp -d)
+    trap 'rm -rf "$work"' EXIT
+    cd "$work"
+    rm -rf "$prefix.part"
+    if ! (set -e; build) >"$cache/qt-windows.log" 2>&1 </dev/null; then
+        tail -n 40 "$cache/qt-windows.log" >&2
+        echo "Qt for Windows could not be built: $cache/qt-windows.log tells all." >&2
+        exit 1
+    fi
+    mv "$prefix.part" "$prefix"
+    cd - >/dev/null
+fi
+mkdir -p "$(dirname "$link")"
+ln -sfn "$prefix" "$link"

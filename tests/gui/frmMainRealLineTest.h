@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "gui/FakeDesktop.h"
+#include "gui/WatchedLoop.h"
+#include "gui/WindowUser.h"
+#include "platform/SerialDevice.h"
+#include "platform/System.h"
+#include "platform/WindowLoop.h"
+#include "settings/modUtility.h"
+#include "support/UnitProgram.h"
+
+namespace burnwick::test {
+
+inline constexpr auto Programmed = "Programming was completed successfully.";
+
+// The window as it is shipped: the event loop, the serial device, settings and log in files; at the other end
+// of a line the simulated unit, a process of its own.
+class frmMainRealLine : public WindowUser {
+protected:
+    frmMainRealLine() {
+        modUtility::SetIniPath(Folder.Path() / "home" / "Burnwick.ini");
+        modUtility::WriteIniValue("COMPort", "COM", "1");
+        modUtility::WriteIniValue("COMPort", "BaudRate", "1");
+        Loop_.Look = [this] { LookAtStatus(); };
+    }
+    ~frmMainRealLine() override { Window.reset(); }
+
+    // The program is started, its COM1 is this device.
+    void StartAt(const std::string& device) {
+        modUtility::WriteIniValue("Ports", "COM1", device);
+        Window = std::make_unique<frmMain>(Services_);
+        ASSERT_TRUE(Window->Form_Load());
+    }
+    void ExpectUsable(const UnitProgram& unit) {
+        EXPECT_TRUE(IsIdle());
+        modUtility::WriteIniValue("Ports", "COM1", unit.Line());
+        Download(Image("next.bin"));
+        EXPECT_EQ(Status(), Programmed) << Display();
+    }
+
+private:
+    std::unique_ptr<MessageLoop> RealLoop_ = NewWindowLoop();
+    WatchedLoop Loop_{*RealLoop_};
+    FakeShell Shell_;
+    WindowServices Services_{
+        .Product = {.Title = "Burnwick", .Major = 2, .Minor = 8, .Revision = 1000},
+        .Trace = [](const std::string&) {},
+        .Loop = Loop_,
+        .Setting = modUtility::ReadIniValue,
+        .Store = modUtility::WriteIniValue,
+        .ProgramFolder = Folder.Path() / "home",
+        .Executable = "/opt/burnwick/Burnwick",
+        .Shell = Shell_,
+        .Copies =
+            [](const std::string&) {
+                return std::make_unique<FakeCopies>(false, false, [](const std::function<void()>&) {});
+            },
+        .NewDevice = NewSerialDevice,
+        .InhibitSleep = [](const std::string&) { return nullptr; },
+        .Beep = [] {},
+        .Flash = [](QWidget*) {},
+        .Notify = [](const std::string&, const std::string&) {},
+    };
+};
+
+}  // namespace burnwick::test

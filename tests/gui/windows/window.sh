@@ -1,0 +1,184 @@
+#!/usr/bin/env bash
+# window.sh PROGRAM UNIT SAMPLE [BEHAVIOUR...]
+# Uses the window's program for Windows as its user does: under wine, on a real X server with a window manager, and looks
+# at it from outside only. Simulated units are on its ports. Runs every behaviour, or those that are named; prints those
+# that failed, and ends with 0 when there is none. Pictures go into the folder "pictures" beside the program's own.
+# The behaviours are called by their names.
+# shellcheck disable=SC2317
+# shellcheck source=tests/gui/real_screen.sh
+source "$(dirname "$(dirname "$(realpath "$0")")")/real_screen.sh"
+# shellcheck disable=SC2034
+only_failures=yes
+# shellcheck disable=SC2034
+patience=60
+pictures=$(dirname "$(dirname "$burnwick")")/pictures
+
+# == Wine, in a prefix of these tests' own
+
+start_wine() {
+    export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+    mkdir "$WINEPREFIX"
+    wineboot --init >"$work/wine.log" 2>&1
+    wineserver -k
+    wineserver -w
+    wineserver -p
+}
+
+end_wine() {
+    wineserver -k 2>/dev/null || true
+    wineserver -w 2>/dev/null || true
+}
+
+start_copy() {
+    BURNWICK_HOME=$(windows_path "$BURNWICK_HOME") wine "$burnwick" "$@" >>"$station/program.log" 2>&1 </dev/null &
+    copy=$!
+}
+
+# windows_of PROCESS NAME: Windows' processes have numbers of their own.
+windows_of() {
+    xdotool search --onlyvisible --name "$2"
+}
+
+# Windows' name for a file.
+windows_path() {
+    printf 'Z:%s' "${1//\//\\}"
+}
+
+first_settings() {
+    ln -sfn "$station/line" "$WINEPREFIX/dosdevices/com1"
+    ln -sfn "$station/line2" "$WINEPREFIX/dosdevices/com2"
+    printf '%s\r\n' '[COMPort]' COM=1 BaudRate=1 '[Options]' "Verify=${verify-0}"
+}
+
+# == What the user does, and sees
+
+caption_of() {
+    xdotool getwindowname "$1"
+}
+
+log_lines() {
+    tr -d '\r' <"$BURNWICK_HOME/Burnwick.log" | grep "$1"
+}
+
+activate() {
+    xdotool windowactivate "$1"
+    expect "the active window" "$1" xdotool getactivewindow
+}
+
+# await NAME: a window of this name is the active one. It is $found then.
+await() {
+    expect "a window $1" '[0-9]*' windows_of - "$1"
+    expect "the active window" "$found" xdotool getactivewindow
+}
+
+# picture NAME [WINDOW]: of the window as it is on the screen, its frame included.
+picture() {
+    sleep 0.3
+    import -frame -window "${2-$window}" "$pictures/$1.png"
+}
+
+expect_programmed() {
+    expect "the caption at the end" 'Burnwick - Programming was completed successfully' caption_of "$window"
+}
+
+leave_program() {
+    activate "$window"
+    xdotool key alt+q
+    expect_end "$program" 0
+    expect "the mark of a programming" No setting Status Programming
+}
+
+# == The behaviours
+
+it_programs_and_verifies_the_image_that_it_is_started_with() {
+    start_fast_unit
+    sed -i 's/^Verify=.*/Verify=1\r/' "$BURNWICK_HOME/Burnwick.ini"
+    mkdir "$station/образы 映像  zwei"
+    mv "$station/image.bin" "$station/образы 映像  zwei/größe €.bin"
+    start_program "$(windows_path "$station/образы 映像  zwei/größe €.bin")"
+    await '^Verification$'
+    picture verification "$found"
+    xdotool key Return
+    expect "the record's verdict" 'Verification: Verifying was successfully.' log_lines ^Verification
+    expect_programmed
+    picture programmed
+    expect "the record's status" 'Status: Programming was completed successfully.' log_lines ^Status
+    expect "the record's image" "$(windows_path "$station/образы 映像  zwei/größe €.bin")" log_lines '^Z:'
+    expect_success "the unit holds the image" cmp "$station/образы 映像  zwei/größe €.bin" "$station/line.flash"
+    leave_program
+}
+
+it_reads_a_unit_out() {
+    start_fast_unit
+    cp "$station/image.bin" "$station/line.flash"
+    kill "$unit"
+    start_unit line --size 524288
+    start_program
+    xdotool key alt+u
+    await '^Select Chip Size$'
+    picture chip "$found"
+    xdotool key Return
+    await '^Save As Burnwick File$'
+    picture save "$found"
+    xdotool type "$(windows_path "$station/read.bin")"
+    xdotool key Return
+    expect "the caption at the end" 'Burnwick - Uploading was completed successfully' caption_of "$window"
+    expect_success "what was read is what the unit holds" cmp "$station/read.bin" "$station/line.flash"
+    picture uploaded
+    leave_program
+}
+
+it_cannot_be_closed_while_blocks_are_sent() {
+    start_slow_unit
+    start_program "$(windows_path "$station/image.bin")"
+    expect "the mark of a programming" Yes setting Status Programming
+    xdotool key alt+F4
+    picture sending
+    expect_programmed
+    expect_success "the unit holds the image" cmp "$station/image.bin" "$station/line.flash"
+    xdotool key alt+F4
+    expect_end "$program" 0
+}
+
+a_second_copy_brings_the_first_to_the_front() {
+    start_program
+    xev -name Elsewhere >/dev/null 2>&1 &
+    expect "another window" '[0-9]*' xdotool search --onlyvisible --name '^Elsewhere$'
+    activate "$found"
+    start_copy
+    expect_end "$copy" 0
+    expect "the active window" "$window" xdotool getactivewindow
+    leave_program
+}
+
+its_dialogs_have_their_pictures_taken() {
+    local key name
+    start_program
+    picture idle
+    while read -r key name title; do
+        activate "$window"
+        # shellcheck disable=SC2086
+        xdotool key ${key//,/ }
+        await "$title"
+        picture "$name" "$found"
+        xdotool key Escape
+        expect "the active window" "$window" xdotool getactivewindow
+    done <<'END'
+alt+d open ^Open.Burnwick.File$
+END
+    leave_program
+}
+
+behaviours=(
+    it_programs_and_verifies_the_image_that_it_is_started_with
+    it_reads_a_unit_out
+    it_cannot_be_closed_while_blocks_are_sent
+    a_second_copy_brings_the_first_to_the_front
+    its_dialogs_have_their_pictures_taken
+)
+
+mkdir -p "$pictures"
+start_screen
+trap 'end_all; end_wine; rm -rf "$work"' EXIT
+start_wine
+run_behaviours "${@:-${behaviours[@]}}"

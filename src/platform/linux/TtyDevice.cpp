@@ -10,9 +10,9 @@
 #include <cerrno>
 #include <chrono>
 
-#include "platform/linux/TtyDrain.h"
 #include "platform/linux/TtyErrors.h"
 #include "platform/linux/TtyLine.h"
+#include "platform/linux/TtyOutput.h"
 
 namespace burnwick {
 
@@ -46,79 +46,6 @@ TtyDevice::~TtyDevice() {
     Close();
 }
 
-CommResult TtyDevice::Open(const std::string& path, const LineSettings& settings) {
-    Close();
-    auto error = Take(path);
-    if (!error) {
-        error = Prepare(path, settings);
-    }
-    if (error) {
-        Close();
-    }
-    return error;
-}
-
-void TtyDevice::Close() {
-    if (!Fd_) {
-        return;
-    }
-    if (Wrote_) {
-        LetOutputLeave(Fd_.Get(), Settings_);
-    }
-    if (LineBefore_) {
-        tcsetattr(Fd_.Get(), TCSANOW, &*LineBefore_);
-        ioctl(Fd_.Get(), TIOCNXCL);
-    }
-    if (DriverFlagsBefore_) {
-        SetDriverFlags(Fd_.Get(), *DriverFlagsBefore_);
-    }
-    Fd_.Reset();
-    LineBefore_.reset();
-    DriverFlagsBefore_.reset();
-    Wrote_ = false;
-    Gone_ = false;
-}
-
-bool TtyDevice::Apply(const LineSettings& settings) {
-    if (!Fd_ || !SetLine(Fd_.Get(), settings)) {
-        return false;
-    }
-    Settings_ = settings;
-    return true;
-}
-
-std::optional<std::size_t> TtyDevice::Read(std::span<std::byte> room) {
-    while (Fd_ && !Gone_) {
-        const auto got = read(Fd_.Get(), room.data(), room.size());
-        if (got > 0) {
-            return static_cast<std::size_t>(got);
-        }
-        if (got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
-            return 0;
-        }
-        Gone_ = got == 0 || errno != EINTR;
-    }
-    return std::nullopt;
-}
-
-void TtyDevice::Write(std::span<const std::byte> bytes) {
-    Wrote_ = Wrote_ || !bytes.empty();
-    const auto limit = Clock::now() + longestWrite;
-    while (Fd_ && !bytes.empty()) {
-        const auto put = write(Fd_.Get(), bytes.data(), bytes.size());
-        if (put < 0 && errno == EINTR) {
-            continue;
-        }
-        if (put < 0 && errno != EAGAIN && errno != EWOULDBLOCK) {
-            return;
-        }
-        bytes = bytes.subspan(put > 0 ? static_cast<std::size_t>(put) : 0);
-        if (!bytes.empty() && !WaitForRoom(Fd_.Get(), limit)) {
-            return;
-        }
-    }
-}
-
 void TtyDevice::DiscardInput() {
     if (Fd_) {
         tcflush(Fd_.Get(), TCIFLUSH);
@@ -129,7 +56,6 @@ std::optional<WaitHandle> TtyDevice::InputHandle() const {
     return Fd_ ? std::optional<WaitHandle>(Fd_.Get()) : std::nullopt;
 }
 
-// Opens the device and makes it ours, its line still untouched.
 CommResult TtyDevice::Take(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) {
@@ -166,6 +92,66 @@ CommResult TtyDevice::Prepare(const std::string& path, const LineSettings& setti
     }
     DiscardInput();
     return {};
+}
+
+void TtyDevice::Release() {
+    if (LineBefore_) {
+        tcsetattr(Fd_.Get(), TCSANOW, &*LineBefore_);
+        ioctl(Fd_.Get(), TIOCNXCL);
+    }
+    if (DriverFlagsBefore_) {
+        SetDriverFlags(Fd_.Get(), *DriverFlagsBefore_);
+    }
+    Fd_.Reset();
+    LineBefore_.reset();
+    DriverFlagsBefore_.reset();
+}
+
+bool TtyDevice::SetTo(const LineSettings& settings) {
+    return SetLine(Fd_.Get(), settings);
+}
+
+std::optional<std::size_t> TtyDevice::Receive(std::span<std::byte> room) {
+    ssize_t got = 0;
+    do {
+        got = read(Fd_.Get(), room.data(), room.size());
+    } while (got < 0 && errno == EINTR);
+    if (got > 0) {
+        return static_cast<std::size_t>(got);
+    }
+    const bool nothingYet = got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK);
+    return nothingYet ? std::optional<std::size_t>(0) : std::nullopt;
+}
+
+void TtyDevice::Send(std::span<const std::byte> bytes) {
+    const auto limit = Clock::now() + longestWrite;
+    while (!bytes.empty()) {
+        const auto put = write(Fd_.Get(), bytes.data(), bytes.size());
+        if (put < 0 && errno == EINTR) {
+            continue;
+        }
+        if (put < 0 && errno != EAGAIN && errno != EWOULDBLOCK) {
+            return;
+        }
+        bytes = bytes.subspan(put > 0 ? static_cast<std::size_t>(put) : 0);
+        if (!bytes.empty() && !WaitForRoom(Fd_.Get(), limit)) {
+            return;
+        }
+    }
+}
+
+LineDevice::Unsent TtyDevice::UnsentOutput() {
+    if (IsPseudoTerminal(Fd_.Get())) {
+        return Unsent::None;
+    }
+    if (DriverHoldsOutput(Fd_.Get())) {
+        return Unsent::Some;
+    }
+    const auto empty = ChipIsEmpty(Fd_.Get());
+    if (!empty) {
+        return Unsent::Unknown;
+    }
+    return *empty ? Unsent::None : Unsent::Some;
 }
 
 }  // namespace burnwick

@@ -33,79 +33,14 @@ ComDevice::~ComDevice() {
     Close();
 }
 
-CommResult ComDevice::Open(const std::string& path, const LineSettings& settings) {
-    Close();
-    auto error = Take(path);
-    if (!error) {
-        error = Prepare(path, settings);
-    }
-    if (error) {
-        Close();
-    }
-    return error;
-}
-
-void ComDevice::Close() {
-    if (!Port_) {
-        return;
-    }
-    const auto limit = std::chrono::steady_clock::now() + longestCall;
-    FinishOutput();
-    if (Wrote_ && !Gone_) {
-        LetOutputLeave(Port_.Get(), Settings_, limit);
-    }
-    EndCall(std::move(Arrival_), Port_.Get());
-    EndCall(std::move(Input_), Port_.Get());
-    if (LineBefore_) {
-        SetCommState(Port_.Get(), &*LineBefore_);
-    }
-    if (TimeoutsBefore_) {
-        SetCommTimeouts(Port_.Get(), &*TimeoutsBefore_);
-    }
-    Port_.Reset();
-    LineBefore_.reset();
-    TimeoutsBefore_.reset();
-    Wrote_ = false;
-    Gone_ = false;
-}
-
-bool ComDevice::Apply(const LineSettings& settings) {
-    if (!Port_ || !SetLine(Port_.Get(), settings)) {
-        return false;
-    }
-    Settings_ = settings;
-    return true;
-}
-
-std::optional<std::size_t> ComDevice::Read(std::span<std::byte> room) {
-    if (!Port_ || Gone_) {
-        return std::nullopt;
-    }
-    const auto got = room.empty() ? 0 : TakeArrived(room);
-    Gone_ = Gone_ || !got;
-    return got;
-}
-
-void ComDevice::Write(std::span<const std::byte> bytes) {
-    FinishOutput();
-    if (!Port_ || Gone_ || bytes.empty()) {
-        return;
-    }
-    Wrote_ = true;
-    Output_ = std::make_unique<DriverCall>();
-    Output_->Bytes.assign(bytes.begin(), bytes.end());
-    Output_->Started(WriteFile(Port_.Get(), Output_->Bytes.data(), static_cast<DWORD>(bytes.size()), nullptr,
-                               Output_->Fresh()));
-}
-
 void ComDevice::DiscardInput() {
     if (!Port_) {
         return;
     }
     PurgeComm(Port_.Get(), PURGE_RXCLEAR);
     // The byte that was awaited has left the driver.
-    if (!Gone_ && Arrival_->IsOver()) {
-        Gone_ = !AwaitByte();
+    if (!IsGone() && Arrival_->IsOver() && !AwaitByte()) {
+        SetGone();
     }
 }
 
@@ -113,7 +48,6 @@ std::optional<WaitHandle> ComDevice::InputHandle() const {
     return Port_ ? std::optional(reinterpret_cast<WaitHandle>(Arrival_->Done.Get())) : std::nullopt;
 }
 
-// Opens the device for this program alone, its line still untouched.
 CommResult ComDevice::Take(const std::string& path) {
     constexpr DWORD forNobodyElse = 0;
     Port_.Reset(CreateFileW(WideText(ComPath(path)).c_str(), GENERIC_READ | GENERIC_WRITE, forNobodyElse,
@@ -151,15 +85,27 @@ CommResult ComDevice::Prepare(const std::string& path, const LineSettings& setti
     return {};
 }
 
-// The driver is asked for one byte, whenever it comes: its arrival is what a loop sleeps for. False when the
-// line is gone.
-bool ComDevice::AwaitByte() {
-    Arrival_->Bytes.resize(1);
-    return Arrival_->Started(ReadFile(Port_.Get(), Arrival_->Bytes.data(), 1, nullptr, Arrival_->Fresh()));
+void ComDevice::Release() {
+    EndCall(std::move(Output_), Port_.Get());
+    EndCall(std::move(Arrival_), Port_.Get());
+    EndCall(std::move(Input_), Port_.Get());
+    if (LineBefore_) {
+        SetCommState(Port_.Get(), &*LineBefore_);
+    }
+    if (TimeoutsBefore_) {
+        SetCommTimeouts(Port_.Get(), &*TimeoutsBefore_);
+    }
+    Port_.Reset();
+    LineBefore_.reset();
+    TimeoutsBefore_.reset();
 }
 
-// That byte, and what came behind it.
-std::optional<std::size_t> ComDevice::TakeArrived(std::span<std::byte> room) {
+bool ComDevice::SetTo(const LineSettings& settings) {
+    return SetLine(Port_.Get(), settings);
+}
+
+// The byte that was awaited, and what came behind it.
+std::optional<std::size_t> ComDevice::Receive(std::span<std::byte> room) {
     if (!Arrival_->IsOver()) {
         return Waiting(Port_.Get()) ? std::optional<std::size_t>(0) : std::nullopt;
     }
@@ -169,8 +115,33 @@ std::optional<std::size_t> ComDevice::TakeArrived(std::span<std::byte> room) {
     room.front() = Arrival_->Bytes.front();
     const auto more = ReadWaiting(room.subspan(1));
     // What came before the end is still given.
-    Gone_ = !more || !AwaitByte();
+    if (!more || !AwaitByte()) {
+        SetGone();
+    }
     return 1 + more.value_or(0);
+}
+
+void ComDevice::Send(std::span<const std::byte> bytes) {
+    if (Output_) {
+        Output_->Result(Port_.Get(), longestCall);
+        EndCall(std::move(Output_), Port_.Get());
+    }
+    Output_ = std::make_unique<DriverCall>();
+    Output_->Bytes.assign(bytes.begin(), bytes.end());
+    Output_->Started(WriteFile(Port_.Get(), Output_->Bytes.data(), static_cast<DWORD>(bytes.size()), nullptr,
+                               Output_->Fresh()));
+}
+
+LineDevice::Unsent ComDevice::UnsentOutput() {
+    const bool isWriting = Output_ && !Output_->IsOver();
+    return isWriting || DriverHoldsOutput(Port_.Get()) ? Unsent::Some : Unsent::Unknown;
+}
+
+// The driver is asked for one byte, whenever it comes: its arrival is what a loop sleeps for. False when the
+// line is gone.
+bool ComDevice::AwaitByte() {
+    Arrival_->Bytes.resize(1);
+    return Arrival_->Started(ReadFile(Port_.Get(), Arrival_->Bytes.data(), 1, nullptr, Arrival_->Fresh()));
 }
 
 // Asks for no more than is there, so that it never waits.
@@ -186,14 +157,6 @@ std::optional<std::size_t> ComDevice::ReadWaiting(std::span<std::byte> room) {
     const auto got = Input_->Result(Port_.Get(), longestCall);
     std::copy_n(Input_->Bytes.begin(), got.value_or(0), room.begin());
     return got;
-}
-
-// What is still going out is given a second, on a line that is there.
-void ComDevice::FinishOutput() {
-    if (Output_) {
-        Output_->Result(Port_.Get(), Gone_ ? std::chrono::milliseconds::zero() : longestCall);
-        EndCall(std::move(Output_), Port_.Get());
-    }
 }
 
 }  // namespace burnwick

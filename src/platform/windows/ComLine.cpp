@@ -1,18 +1,8 @@
 #include "platform/windows/ComLine.h"
 
-#include <algorithm>
-#include <thread>
-
 namespace burnwick {
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
-
-constexpr auto step = std::chrono::milliseconds(1);
-
-// Characters that a chip may still hold when the driver has handed on its last one.
-constexpr int chipDepth = 20;
 
 BYTE ParityOf(const LineSettings& settings) {
     switch (settings.Parity) {
@@ -51,11 +41,6 @@ bool SameFrame(const DCB& one, const DCB& other) {
            && one.StopBits == other.StopBits;
 }
 
-bool DriverHoldsOutput(HANDLE port) {
-    COMSTAT state{};
-    return ClearCommError(port, nullptr, &state) != FALSE && state.cbOutQue > 0;
-}
-
 }  // namespace
 
 std::optional<DCB> LineOf(HANDLE port) {
@@ -87,12 +72,9 @@ bool SetTimeouts(HANDLE port) {
     return SetCommTimeouts(port, &timeouts) != FALSE;
 }
 
-void LetOutputLeave(HANDLE port, const LineSettings& settings, Clock::time_point limit) {
-    while (DriverHoldsOutput(port) && Clock::now() < limit) {
-        std::this_thread::sleep_for(step);
-    }
-    const auto rest = std::chrono::duration_cast<Clock::duration>(chipDepth * CharacterTime(settings));
-    std::this_thread::sleep_until(std::min(limit, Clock::now() + rest));
+bool DriverHoldsOutput(HANDLE port) {
+    COMSTAT state{};
+    return ClearCommError(port, nullptr, &state) != FALSE && state.cbOutQue > 0;
 }
 
 }  // namespace burnwick

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <optional>
 
 #include "platform/LineSettings.h"
@@ -19,8 +18,7 @@ bool SetLine(HANDLE port, const LineSettings& settings);
 // not.
 bool SetTimeouts(HANDLE port);
 
-// Waits until the driver has nothing more to send, and the line had time for what the adapter may still hold;
-// not beyond `limit`.
-void LetOutputLeave(HANDLE port, const LineSettings& settings, std::chrono::steady_clock::time_point limit);
+// True while the driver has bytes that it has not handed on to the adapter.
+bool DriverHoldsOutput(HANDLE port);
 
 }  // namespace burnwick

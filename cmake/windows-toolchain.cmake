@@ -6,7 +6,7 @@ set(CMAKE_C_COMPILER ${triple}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
 set(CMAKE_RC_COMPILER ${triple}-windres)
 # Libraries and headers are the target's, programs this machine's own. packaging/windows/qt.sh puts Qt there.
-get_filename_component(qt "${CMAKE_CURRENT_LIST_DIR}/../build/windows-qt" REALPATH)
+get_filename_component(qt "${CMAKE_CURRENT_LIST_DIR}/../build/windows-qt" ABSOLUTE)
 set(CMAKE_FIND_ROOT_PATH /usr/${triple} "${qt}")
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Builds the programs for Windows, and runs them and the core's tests under wine, in a prefix that is thrown away.
+# Builds the programs for Windows, and runs them and their tests under wine, in a prefix that is thrown away.
 # Prints what fails, and one line at the end when nothing did.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export CCACHE_NOHASHDIR=1 LC_ALL=C.UTF-8
+root=$PWD
 bin=$PWD/build/windows/bin
 native=$PWD/build/cli/bin
 work=$(mktemp -d)
@@ -39,13 +40,22 @@ quietly() {
 
 quietly cmake --preset cli
 quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwick-unit null_modem
+packaging/windows/qt.sh build/windows-qt
 quietly cmake --preset windows
 quietly cmake --build --preset windows
+mkdir -p build/windows/pictures
 
-# Windows' own libraries, and no other: what they are called there never changes.
-foreign=$(x86_64-w64-mingw32-objdump -p "$bin/burnwick-cli.exe" | sed -n 's/^\tDLL Name: //p' \
-    | grep -viE '^(advapi32|kernel32|msvcrt|ole32|oleaut32|setupapi|shell32|user32)\.dll$' || true)
-[ -z "$foreign" ] || fail "burnwick-cli.exe needs what Windows does not have: $foreign"
+# needs_windows_alone PROGRAM: Windows' own libraries, and no other. What they are called there never changes.
+needs_windows_alone() {
+    local foreign
+    foreign=$(x86_64-w64-mingw32-objdump -p "$bin/$1" | sed -n 's/^\tDLL Name: //p' | grep -viE "^($windows_own)\.(dll|drv)$" \
+        || true)
+    [ -z "$foreign" ] || fail "$1 needs what Windows does not have: $foreign"
+}
+windows_own='advapi32|comdlg32|d3d9|d3d11|dnsapi|dwmapi|dwrite|dxgi|gdi32|imm32|iphlpapi|kernel32|mpr|msvcrt|netapi32|ole32'
+windows_own+='|oleaut32|setupapi|shell32|shlwapi|user32|userenv|uxtheme|version|winhttp|winmm|winspool|ws2_32|wtsapi32'
+needs_windows_alone burnwick-cli.exe
+needs_windows_alone Burnwick.exe
 
 # start_with_line LINK COMMAND...: starts it in the background, and waits for its line.
 start_with_line() {
@@ -78,7 +88,7 @@ quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/line"
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM2 /d "$work/slow"
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM7 /d "$work/near"
 quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM12 /d "$work/far"
-export BURNWICK_LINE=COM7,COM12
+export BURNWICK_LINE=COM7,COM12 BURNWICK_UNIT_PORT=COM1 BURNWICK_UNIT_FLASH="Z:${work//\//\\}\memory"
 # Ports are taken up when the server starts; one server then serves all that follows.
 quietly wineserver -k
 wineserver -w
@@ -190,4 +200,9 @@ status=0
 wait "$run" || status=$?
 [ "$status" = 2 ] || fail "A run whose line is gone ended with $status:" "$(cat run.out run.err)"
 
-echo "${#programs[@]} test programs and the command line ran under wine."
+# == The window, on a screen
+
+"$root/tests/gui/windows/window.sh" "$bin/Burnwick.exe" "$native/burnwick-unit" "$native/burnwick-sample" \
+    || fail "The window fails its user."
+
+echo "${#programs[@]} test programs, the command line and the window ran under wine."

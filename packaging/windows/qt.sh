@@ -14,8 +14,9 @@ version=$(dpkg-query --show --showformat='${source:Version}' qt6-base-dev)
 
 # Burnwick has no database, no printer and no connection but its own. Of the libraries, Qt brings what it needs.
 without=(
-    brotli concurrent dbus direct2d gif glib gssapi icu jpeg libproxy opengl openssl printsupport schannel sql sspi
+    brotli concurrent dbus gif glib gssapi icu jpeg libproxy opengl openssl printsupport schannel sql sspi
     tabletevent vulkan xml zstd
+    direct2d directwrite directwrite3  # is not for this compiler; fonts are drawn without them as well
     system_doubleconversion system_freetype system_harfbuzz system_jpeg system_libb2 system_pcre2 system_png
     system_textmarkdownreader system_zlib
 )

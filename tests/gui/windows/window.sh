@@ -19,9 +19,26 @@ start_wine() {
     export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
     mkdir "$WINEPREFIX"
     wineboot --init >"$work/wine.log" 2>&1
+    # Ports are taken up when the server starts. Where these links lead is each behaviour's own matter.
+    wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/com1" /f >>"$work/wine.log" 2>&1
+    wine reg add 'HKLM\Software\Wine\Ports' /v COM2 /d "$work/com2" /f >>"$work/wine.log" 2>&1
+    # Wine's own name for the dialogs' font is one that the toolkit does not find: it is told of one that is there.
+    local of
+    for of in Menu Message Status; do
+        wine reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v ${of}Font /t REG_BINARY /d "$(logfont 'Liberation Sans')" \
+            /f >>"$work/wine.log" 2>&1
+    done
+    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Courier New' /d 'Liberation Mono' /f >>"$work/wine.log" 2>&1
     wineserver -k
     wineserver -w
-    wineserver -p
+    wineserver -p >>"$work/wine.log" 2>&1
+}
+
+# logfont NAME: the system's description of a font, 12 pixels high, as digits.
+logfont() {
+    local name
+    name=$(printf '%s' "$1" | iconv -t UTF-16LE | od -An -v -tx1 | tr -d ' \n')
+    printf 'f4ffffff%024d90010000%014d22%s%0*d' 0 0 "$name" $((128 - ${#name})) 0
 }
 
 end_wine() {
@@ -45,9 +62,15 @@ windows_path() {
 }
 
 first_settings() {
-    ln -sfn "$station/line" "$WINEPREFIX/dosdevices/com1"
-    ln -sfn "$station/line2" "$WINEPREFIX/dosdevices/com2"
+    ln -sfn "$station/line" "$work/com1"
+    ln -sfn "$station/line2" "$work/com2"
     printf '%s\r\n' '[COMPort]' COM=1 BaudRate=1 '[Options]' "Verify=${verify-0}"
+}
+
+# Small enough for a machine that is busy with other things.
+start_small_unit() {
+    "$burnwick_sample" "$station/image.bin" --type 64k
+    start_unit line --size 65536
 }
 
 # == What the user does, and sees
@@ -91,7 +114,7 @@ leave_program() {
 # == The behaviours
 
 it_programs_and_verifies_the_image_that_it_is_started_with() {
-    start_fast_unit
+    start_small_unit
     sed -i 's/^Verify=.*/Verify=1\r/' "$BURNWICK_HOME/Burnwick.ini"
     mkdir "$station/образы 映像  zwei"
     mv "$station/image.bin" "$station/образы 映像  zwei/größe €.bin"
@@ -109,15 +132,14 @@ it_programs_and_verifies_the_image_that_it_is_started_with() {
 }
 
 it_reads_a_unit_out() {
-    start_fast_unit
-    cp "$station/image.bin" "$station/line.flash"
-    kill "$unit"
-    start_unit line --size 524288
+    "$burnwick_sample" "$station/line.flash" --type 64k
+    truncate -s 131072 "$station/line.flash"
+    start_unit line --size 131072
     start_program
     xdotool key alt+u
     await '^Select Chip Size$'
     picture chip "$found"
-    xdotool key Return
+    xdotool key alt+1 Return
     await '^Save As Burnwick File$'
     picture save "$found"
     xdotool type "$(windows_path "$station/read.bin")"

@@ -12,7 +12,7 @@ std::string GetKeyValue(const Registry& registry, RegistryRoot root, const std::
 }
 
 bool SetKeyValue(Registry& registry, RegistryRoot root, const std::string& subKey, const std::string& value) {
-    return registry.StoreText(root, subKey, value);
+    return registry.StoreText(root, subKey, "", value);
 }
 
 void DeleteKey(Registry& registry, RegistryRoot root, const std::string& subKey) {

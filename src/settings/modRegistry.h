@@ -16,7 +16,7 @@ std::string GetKeyValue(const Registry& registry, RegistryRoot root, const std::
 // The key's default value; the key is made when it is missing. False when the system refuses.
 bool SetKeyValue(Registry& registry, RegistryRoot root, const std::string& subKey, const std::string& value);
 
-// A key that is not there is no error.
+// A key that is not there is no error. One with others below it stays.
 void DeleteKey(Registry& registry, RegistryRoot root, const std::string& subKey);
 
 }  // namespace burnwick::modRegistry

@@ -68,8 +68,8 @@ protected:
 
 TEST_F(RegistryShellTest, RegistersTheFileTypeAndSaysSo) {
     Shell_.RegisterFileType(Program_);
-    EXPECT_EQ(Registry_.Keys["HKCR\\.bin"], "Burnwick");
-    EXPECT_EQ(Registry_.Keys["HKCR\\Burnwick\\shell\\open\\command"], Program_.string() + " %1");
+    EXPECT_EQ(Registry_.Keys["HKCR\\.bin"][""], "Burnwick");
+    EXPECT_EQ(Registry_.Keys["HKCR\\Burnwick\\shell\\open\\command"][""], Program_.string() + " %1");
     EXPECT_EQ(Calls_.Changes, 1);
     EXPECT_EQ(Shell_.AssociatedProgram(), Program_);
 }

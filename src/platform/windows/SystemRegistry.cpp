@@ -79,21 +79,34 @@ public:
         return open ? TextIn(open.Get(), WideText(name)) : std::nullopt;
     }
 
-    bool StoreText(RegistryRoot root, const std::string& key, const std::string& text) override {
+    bool StoreText(RegistryRoot root, const std::string& key, const std::string& name,
+                   const std::string& text) override {
         const auto open = OpenKey::Made(root, key);
         const auto wide = WideText(text);
         const auto bytes = static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t));
         return open
-               && RegSetValueExW(open.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.c_str()),
-                                 bytes)
+               && RegSetValueExW(open.Get(), WideText(name).c_str(), 0, REG_SZ,
+                                 reinterpret_cast<const BYTE*>(wide.c_str()), bytes)
                       == ERROR_SUCCESS;
     }
 
+    void DeleteValue(RegistryRoot root, const std::string& key, const std::string& name) override {
+        RegDeleteKeyValueW(HandleOf(root), WideText(key).c_str(), WideText(name).c_str());
+    }
+
+    bool IsEmpty(RegistryRoot root, const std::string& key) const override {
+        const auto open = OpenKey::Existing(root, key);
+        DWORD keys = 0;
+        DWORD values = 0;
+        return open
+               && RegQueryInfoKeyW(open.Get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values,
+                                   nullptr, nullptr, nullptr, nullptr)
+                      == ERROR_SUCCESS
+               && keys == 0 && values == 0;
+    }
+
     void Delete(RegistryRoot root, const std::string& key) override {
-        // Without a key the whole root would be emptied.
-        if (!key.empty()) {
-            RegDeleteTreeW(HandleOf(root), WideText(key).c_str());
-        }
+        RegDeleteKeyW(HandleOf(root), WideText(key).c_str());
     }
 };
 

@@ -4,9 +4,9 @@
 
 #include "Child.h"
 #include "ForeignFolder.h"
+#include "RegistryKey.h"
 #include "WideVariable.h"
 #include "platform/Registry.h"
-#include "platform/Utf8Path.h"
 
 namespace burnwick::test {
 namespace {
@@ -18,18 +18,15 @@ using ::testing::HasSubstr;
 class OpenLinkTest : public testing::Test {
 protected:
     OpenLinkTest() {
-        Registry_->StoreText(RegistryRoot::ClassesRoot, Key_, "URL:test");
-        RegSetKeyValueW(HKEY_CLASSES_ROOT, L"burnwick-test", L"URL Protocol", REG_SZ, L"", sizeof(wchar_t));
-        Allowed_ = Registry_->StoreText(RegistryRoot::ClassesRoot, Key_ + "\\shell\\open\\command",
-                                        '"' + Utf8Text(ChildProgram()) + "\" \"%1\"");
+        Kind_.Put(L"", L"URL Protocol", L"");
+        Kind_.Put(L"\\shell\\open\\command", L"", Quoted(ChildProgram()) + L" \"%1\"");
+        Allowed_ = SystemRegistry()->HasKey(RegistryRoot::ClassesRoot, "burnwick-test\\shell\\open\\command");
     }
-    ~OpenLinkTest() override { Registry_->Delete(RegistryRoot::ClassesRoot, Key_); }
 
     ForeignFolder Folder_;
     std::filesystem::path Note_ = Folder_.Path() / "note";
     WideVariable Noted_{L"BURNWICK_NOTE", Note_.native()};
-    std::string Key_ = "burnwick-test";
-    std::unique_ptr<Registry> Registry_ = SystemRegistry();
+    ForeignKey Kind_{HKEY_CLASSES_ROOT, L"burnwick-test", L"URL:test"};
     bool Allowed_ = false;
 };
 

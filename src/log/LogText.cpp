@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "platform/EightBitText.h"
 #include "platform/PlainText.h"
 
 namespace burnwick {
@@ -101,11 +103,18 @@ std::string Utf8FromWindows1252(std::string_view text) {
     return utf8;
 }
 
+// What programs that know no UTF-8 have written; where the system does not say in which characters, those
+// that most have used.
+std::string Utf8FromOlder(std::string_view line) {
+    auto text = FromEightBit(line);
+    return text ? std::move(*text) : Utf8FromWindows1252(line);
+}
+
 void AppendLine(std::string& text, std::string_view line) {
     if (std::all_of(line.begin(), line.end(), IsPrintableAscii)) {
         text += line;
     } else {
-        text += PlainText(IsUtf8(line) ? std::string(line) : Utf8FromWindows1252(line), ' ');
+        text += PlainText(IsUtf8(line) ? std::string(line) : Utf8FromOlder(line), ' ');
     }
     text += LineEnd;
 }

@@ -16,8 +16,8 @@ inline constexpr std::string_view EmptyLogText = "The Activity log is empty.";
 std::uintmax_t LogSizeInKB(std::uintmax_t bytes);
 
 // A log as the viewer shows it: its lines, then the closing lines with its size, each ended by CR LF. CR LF,
-// LF and CR end a line of the log. A line that is not valid UTF-8 is read as Windows-1252. Control characters
-// become blanks.
+// LF and CR end a line of the log. A line that is not valid UTF-8 is read as one in the system's own 8-bit
+// characters, or as Windows-1252 where it has none. Control characters become blanks.
 std::string LogText(std::string_view content);
 
 // A search that has found nothing. Only the beginning of a very long text is told.

@@ -5,9 +5,11 @@
 #include <memory>
 #include <utility>
 
+#include "platform/EightBitText.h"
 #include "platform/FileLock.h"
 #include "platform/ReadWholeFile.h"
 #include "platform/ReplaceFile.h"
+#include "platform/Utf16.h"
 #include "settings/IniText.h"
 
 namespace burnwick::modUtility {
@@ -16,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t LongestValue = 254;
+constexpr std::size_t LongestValue = 254;  // characters
 constexpr std::chrono::seconds LongestWait{2};
 
 fs::path& IniPath() {
@@ -43,6 +45,26 @@ std::unique_ptr<FileLock> LockIni() {
     return place ? LockFile(BesideIni(".lock"), left()) : nullptr;
 }
 
+// A program that knows no UTF-8 may have written it.
+std::string AsUtf8(const std::string& value) {
+    const bool isUtf8 = Utf8Of(Utf16Of(value)) == value;
+    return isUtf8 ? value : FromEightBit(value).value_or(value);
+}
+
+// The first of its characters, none of them cut in two.
+std::string Cut(std::string value) {
+    constexpr std::size_t longestCharacter = 4;
+    value.resize(std::min(value.size(), LongestValue * longestCharacter));
+    const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; };
+    std::size_t characters = 0;
+    const auto end = std::find_if(value.begin(), value.end(), [&](char c) {
+        characters += begins(c) ? 1 : 0;
+        return characters > LongestValue;
+    });
+    value.erase(end, value.end());
+    return value;
+}
+
 }  // namespace
 
 void SetIniPath(const fs::path& path) {
@@ -51,7 +73,7 @@ void SetIniPath(const fs::path& path) {
 
 std::string ReadIniValue(const std::string& section, const std::string& key) {
     const IniText ini(ReadWholeFile(IniPath()).value_or(""));
-    return ini.Value(section, key).value_or("").substr(0, LongestValue);
+    return Cut(AsUtf8(ini.Value(section, key).value_or("")));
 }
 
 void WriteIniValue(const std::string& section, const std::string& key, const std::string& value) {

@@ -9,8 +9,9 @@ namespace burnwick::modUtility {
 // Names the file, once, at the start of a program.
 void SetIniPath(const std::filesystem::path& path);
 
-// The value of a key; empty when the file, the section or the key is missing. At most 254 bytes of it: what a
-// buffer of 255 holds besides its end.
+// The value of a key; empty when the file, the section or the key is missing. At most 254 characters of it:
+// what a buffer of 255 holds besides its end. A value that is not UTF-8 is read as one in the system's own
+// 8-bit characters, where it has such; elsewhere it is given as it is.
 std::string ReadIniValue(const std::string& section, const std::string& key);
 
 // Stores a value, and makes file, section and key when they are missing; every other line stays as it is. The

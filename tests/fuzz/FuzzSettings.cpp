@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const burnwick::test::TempFolder folder;
     using burnwick::modUtility::ReadIniValue;
     using burnwick::modUtility::WriteIniValue;
-    constexpr std::size_t longestValue = 254;
+    constexpr std::size_t longestValue = 254 * 4;
     constexpr std::size_t longestName = 15;
     constexpr std::size_t longestInput = 511;
 
@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     burnwick::modUtility::SetIniPath(path);
 
     const auto other = ReadIniValue("Port", "CommPort");
-    Require(other.size() <= longestValue, "a value has 254 bytes at most");
+    Require(other.size() <= longestValue, "a value has 254 characters at most");
     Require(ReadIniValue(section, key).size() <= longestValue, "any value has");
     WriteIniValue(section, key, value);
     if (!CanBeStored(Name(section), Name(key))) {

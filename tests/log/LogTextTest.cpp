@@ -4,6 +4,8 @@
 
 #include <random>
 
+#include "platform/EightBitText.h"
+
 namespace burnwick::test {
 
 using namespace std::string_literals;
@@ -18,6 +20,11 @@ std::string Lines(std::string_view content) {
 std::string SizeLine(std::size_t bytes) {
     const std::string text = LogText(std::string(bytes, 'x'));
     return text.substr(text.rfind("Log file size: "));
+}
+
+// What older logs are written in where the system has no 8-bit characters of its own.
+bool HasWesternCharacters() {
+    return FromEightBit("\x80").value_or("\u20AC") == "\u20AC";
 }
 
 TEST(LogText, EndsWithTheClosingLines) {
@@ -56,20 +63,27 @@ TEST(LogText, KeepsTextOfEveryLanguage) {
 }
 
 TEST(LogText, ReadsALineThatIsNotUtf8AsAnOlderLogsCodePage) {
+    if (!HasWesternCharacters()) {
+        GTEST_SKIP() << "this computer's language is written in others";
+    }
     EXPECT_EQ(Lines("C:\\Ger\xE4t\\\x80.bin\r\n\u00E4\r\n"), "C:\\Ger\u00E4t\\\u20AC.bin\r\n\u00E4\r\n");
 }
 
 TEST(LogText, TakesNoBrokenCharacterForUtf8) {
+    if (!HasWesternCharacters()) {
+        GTEST_SKIP() << "this computer's language is written in others";
+    }
     EXPECT_EQ(Lines("\xC3\r\n"), "\u00C3\r\n");
     EXPECT_EQ(Lines("\xC0\xA0\n"), "\u00C0\u00A0\r\n");
     EXPECT_EQ(Lines("\xED\xA0\xB0\n"), "\u00ED\u00A0\u00B0\r\n");
     EXPECT_EQ(Lines("\xE2\x82 \n"), "\u00E2\u201A \r\n");
+    EXPECT_EQ(Lines("\xC2\x85|\x81|\xE4\r\n"), "\u00C2\u2026| |\u00E4\r\n");
     EXPECT_EQ(Lines("\xF5\xBF\xBF\xBF\n"), "\u00F5\u00BF\u00BF\u00BF\r\n");
 }
 
 TEST(LogText, ShowsControlCharactersAsBlanks) {
     EXPECT_EQ(Lines("a\0b\x1B[31m\tc\x7F\r\n"s), "a b [31m c \r\n");
-    EXPECT_EQ(Lines("\xC2\x85|\x81|\xE4\r\n"), "\u00C2\u2026| |\u00E4\r\n");
+    EXPECT_EQ(Lines("a\u0085b\r\n"), "a b\r\n");
 }
 
 TEST(LogText, MakesLinesOfWhateverStandsInAFile) {

@@ -16,6 +16,11 @@ TEST_F(ReadIni, DoesNotWaitForAPipeInTheFilesPlace) {
     EXPECT_TRUE(fs::is_fifo(Path));
 }
 
+TEST_F(ReadIni, KeepsAPathThatIsNoText) {
+    Holds("[Path]\nLastPath=/home/j\xFCrgen\n");
+    EXPECT_EQ(ReadIniValue("Path", "LastPath"), "/home/j\xFCrgen") << "bytes make a path here";
+}
+
 TEST_F(WriteIni, DoesNotReplaceTheFileForAValueThatIsThere) {
     WriteIniValue("COMPort", "COM", "3");
     struct stat before {};

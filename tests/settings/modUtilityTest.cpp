@@ -39,6 +39,22 @@ TEST_F(ReadIni, CutsAValueToWhatABufferOf255Holds) {
     EXPECT_EQ(ReadIniValue("Path", "LastPath"), std::string(254, 'x'));
 }
 
+TEST_F(ReadIni, CutsAValueByItsCharactersAndCutsNoneInTwo) {
+    std::string most;
+    for (int character = 0; character < 254; ++character) {
+        most += character % 2 == 0 ? "\u0417" : "\U0001F525";
+    }
+    Holds("[Path]\nLastPath=" + most + "\nLonger=" + most + "\u0417\nMuchLonger=" + most + most + "\n");
+    EXPECT_EQ(ReadIniValue("Path", "LastPath"), most);
+    EXPECT_EQ(ReadIniValue("Path", "Longer"), most);
+    EXPECT_EQ(ReadIniValue("Path", "MuchLonger"), most);
+}
+
+TEST_F(ReadIni, CutsWhatIsNoTextToo) {
+    Holds("[Path]\nLastPath=" + std::string(100'000, '\x80') + "\n");
+    EXPECT_LE(ReadIniValue("Path", "LastPath").size(), 4U * 254U);
+}
+
 TEST_F(ReadIni, SeesAChangeAtOnce) {
     Holds("[COMPort]\nCOM=3\n");
     EXPECT_EQ(ReadIniValue("COMPort", "COM"), "3");

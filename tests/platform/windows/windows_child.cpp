@@ -51,6 +51,12 @@ int Folder(const Arguments&) {
     return 0;
 }
 
+// This program asks for no UTF-8: so these are the system's own 8-bit characters.
+int CodePage(const Arguments&) {
+    Say(std::to_string(GetACP()));
+    return 0;
+}
+
 // Into the file that the environment names: the whole command line and the working folder.
 int Note(const Arguments&) {
     std::wstring note(32'767, L'\0');
@@ -138,6 +144,7 @@ int main() {
         {L"lock", Lock},
         {L"replace", Replace},
         {L"folder", Folder},
+        {L"code-page", CodePage},
         {L"interrupt-twice", InterruptTwice},
         {L"interrupt-held", InterruptHeld},
         {L"interrupt-late", InterruptLate},

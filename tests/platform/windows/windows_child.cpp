@@ -16,6 +16,7 @@
 #include "platform/Utf8Path.h"
 #include "platform/windows/SystemHeaders.h"
 #include "platform/windows/WideText.h"
+#include "settings/modUtility.h"
 
 #include <shellapi.h>
 
@@ -51,10 +52,46 @@ int Folder(const Arguments&) {
     return 0;
 }
 
+// So many values, each under a key of its own.
+int WriteSettings(const Arguments& arguments) {
+    modUtility::SetIniPath(arguments.at(0));
+    const auto section = NarrowText(arguments.at(1));
+    const int count = std::stoi(arguments.at(2));
+    for (int i = 0; i < count; ++i) {
+        modUtility::WriteIniValue(section, "Key" + std::to_string(i), std::to_string(i));
+        if (i == 0) {
+            Say("written");
+        }
+    }
+    return 0;
+}
+
+// As a program has them that is started from where this one lies.
+int OwnSettings(const Arguments&) {
+    modUtility::SetIniPath(ProgramFolder() / "Burnwick.ini");
+    modUtility::WriteIniValue("COMPort", "COM", "5");
+    Say(modUtility::ReadIniValue("COMPort", "COM"));
+    return 0;
+}
+
+std::string InEightBit(const std::wstring& text) {
+    std::string narrow(2 * text.size() + 1, '\0');
+    narrow.resize(static_cast<std::size_t>(WideCharToMultiByte(
+        CP_ACP, 0, text.c_str(), -1, narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr)));
+    return narrow;
+}
+
 // This program asks for no UTF-8: so these are the system's own 8-bit characters.
 int CodePage(const Arguments&) {
     Say(std::to_string(GetACP()));
     return 0;
+}
+
+// As a program does that knows no Unicode.
+int WriteProfile(const Arguments& arguments) {
+    const auto path = InEightBit(arguments.at(0));
+    const auto value = InEightBit(arguments.at(1));
+    return WritePrivateProfileStringA("Path", "LastPath", value.c_str(), path.c_str()) != 0 ? 0 : 1;
 }
 
 // Into the file that the environment names: the whole command line and the working folder.
@@ -144,7 +181,10 @@ int main() {
         {L"lock", Lock},
         {L"replace", Replace},
         {L"folder", Folder},
+        {L"write-settings", WriteSettings},
+        {L"own-settings", OwnSettings},
         {L"code-page", CodePage},
+        {L"write-profile", WriteProfile},
         {L"interrupt-twice", InterruptTwice},
         {L"interrupt-held", InterruptHeld},
         {L"interrupt-late", InterruptLate},

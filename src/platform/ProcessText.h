@@ -9,6 +9,11 @@ namespace burnwick {
 // leaves "*.bin" to the programs, it is the files of such names here, in the order of their names.
 std::vector<std::string> ProgramArguments(int argc, char* const* argv);
 
+// The words behind the program's name as one text, for a path that was not put into quotes: with all the
+// blanks between them where the system keeps these, otherwise with one. The same holds where `words` are not
+// all that the program was started with.
+std::string CommandText(const std::vector<std::string>& words);
+
 // A variable of the environment as UTF-8; empty when there is none.
 std::string EnvironmentText(const char* name);
 

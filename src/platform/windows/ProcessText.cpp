@@ -12,6 +12,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include "platform/JoinedWords.h"
+#include "platform/windows/UserFolders.h"
 #include "platform/windows/WideText.h"
 
 namespace burnwick {
@@ -41,6 +43,40 @@ std::vector<std::wstring> FilesOf(const std::wstring& word) {
     return files.empty() ? std::vector{word} : files;
 }
 
+// The words of a command line, the program's name among them, without their quotes.
+std::vector<std::wstring> WordsOf(const wchar_t* line) {
+    int count = 0;
+    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> words(CommandLineToArgvW(line, &count), &LocalFree);
+    return words != nullptr ? std::vector<std::wstring>(words.get(), words.get() + count)
+                            : std::vector<std::wstring>();
+}
+
+bool BeginsWithWord(std::wstring_view line, std::wstring_view word) {
+    return line.size() > word.size() && line[word.size()] == L' '
+           && CompareStringOrdinal(line.data(), static_cast<int>(word.size()), word.data(),
+                                   static_cast<int>(word.size()), TRUE)
+                  == CSTR_EQUAL;
+}
+
+// What an association starts has no quotes either, for all the blanks in its path.
+std::wstring_view BehindProgram(std::wstring_view line) {
+    const std::wstring program = ExecutablePath().native();
+    if (BeginsWithWord(line, program)) {
+        return line.substr(program.size());
+    }
+    const auto end = line.starts_with(L'"') ? line.find(L'"', 1) : line.find_first_of(L" \t");
+    return end == std::wstring_view::npos ? std::wstring_view() : line.substr(end + 1);
+}
+
+std::wstring WithoutQuotesAndBlanksAround(std::wstring_view line) {
+    constexpr auto blanks = L" \t";
+    std::wstring text(line);
+    std::erase(text, L'"');
+    text.erase(text.find_last_not_of(blanks) + 1);
+    text.erase(0, text.find_first_not_of(blanks));
+    return text;
+}
+
 UINT ConsoleBefore = 0;
 
 }  // namespace
@@ -48,16 +84,23 @@ UINT ConsoleBefore = 0;
 // What the C library hands over has been through the system's 8-bit characters, and lost what they cannot
 // say.
 std::vector<std::string> ProgramArguments(int /*argc*/, char* const* /*argv*/) {
-    int count = 0;
-    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> words(CommandLineToArgvW(GetCommandLineW(), &count),
-                                                              &LocalFree);
+    const auto words = WordsOf(GetCommandLineW());
     std::vector<std::string> arguments;
-    for (int i = 1; words != nullptr && i < count; ++i) {
-        for (const auto& file : FilesOf(words.get()[i])) {
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        for (const auto& file : FilesOf(words[i])) {
             arguments.push_back(NarrowText(file));
         }
     }
     return arguments;
+}
+
+std::string CommandText(const std::vector<std::string>& words) {
+    const auto all = WordsOf(GetCommandLineW());
+    const bool areAll = std::equal(
+        words.begin(), words.end(), all.begin() + (all.empty() ? 0 : 1), all.end(),
+        [](const std::string& word, const std::wstring& typed) { return word == NarrowText(typed); });
+    return areAll ? NarrowText(WithoutQuotesAndBlanksAround(BehindProgram(GetCommandLineW())))
+                  : JoinedWords(words);
 }
 
 std::string EnvironmentText(const char* name) {

@@ -36,11 +36,7 @@ fs::path Made(const fs::path& folder) {
 
 // Empty when the system does not tell.
 fs::path ExecutablesFolder() {
-    constexpr DWORD longestPath = 32'768;
-    std::wstring path(longestPath, L'\0');
-    const DWORD length = GetModuleFileNameW(nullptr, path.data(), longestPath);
-    path.resize(length < longestPath ? length : 0);
-    return fs::path(path).parent_path();
+    return ExecutablePath().parent_path();
 }
 
 // Permissions alone do not tell: a disk may be write-protected, a network's folder has a say of its own.

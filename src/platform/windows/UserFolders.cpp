@@ -26,6 +26,14 @@ fs::path KnownFolder(const GUID& folder) {
     return SUCCEEDED(result) ? fs::path(text) : fs::path();
 }
 
+fs::path ExecutablePath() {
+    constexpr DWORD longestPath = 32'768;
+    std::wstring path(longestPath, L'\0');
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), longestPath);
+    path.resize(length < longestPath ? length : 0);
+    return path;
+}
+
 fs::path PathFromEnvironment(const wchar_t* variable) {
     constexpr DWORD longestValue = 32'767;
     std::wstring value(longestValue, L'\0');

@@ -10,6 +10,7 @@
 
 #include "platform/FileLock.h"
 #include "platform/Interrupt.h"
+#include "platform/ProcessText.h"
 #include "platform/ProgramFolder.h"
 #include "platform/ReplaceFile.h"
 #include "platform/System.h"
@@ -94,12 +95,13 @@ int WriteProfile(const Arguments& arguments) {
     return WritePrivateProfileStringA("Path", "LastPath", value.c_str(), path.c_str()) != 0 ? 0 : 1;
 }
 
-// Into the file that the environment names: the whole command line and the working folder.
+// Into the file that the environment names: the whole command line, what the program takes for the text
+// behind its name, and the working folder.
 int Note(const Arguments&) {
     std::wstring note(32'767, L'\0');
     note.resize(GetEnvironmentVariableW(L"BURNWICK_NOTE", note.data(), 32'767));
-    ReplaceFile(note,
-                NarrowText(GetCommandLineW()) + '\n' + Utf8Text(std::filesystem::current_path()) + '\n');
+    ReplaceFile(note, NarrowText(GetCommandLineW()) + '\n' + CommandText(ProgramArguments(0, nullptr)) + '\n'
+                          + Utf8Text(std::filesystem::current_path()) + '\n');
     return 0;
 }
 

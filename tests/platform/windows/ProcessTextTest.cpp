@@ -1,0 +1,124 @@
+#include "platform/ProcessText.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "Child.h"
+#include "ForeignFolder.h"
+#include "WideVariable.h"
+#include "app/DirFile.h"
+#include "platform/Utf8Path.h"
+#include "settings/RegistryShell.h"
+
+#include <shellapi.h>
+
+namespace burnwick::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Programs that note the text behind their names.
+class CommandTextTest : public testing::Test {
+protected:
+    CommandTextTest() { fs::copy_file(ChildProgram(), Program_); }
+
+    // Of the program that has been started last.
+    std::string Noted() const {
+        if (!Appears(Note_)) {
+            return "no program was started";
+        }
+        const auto note = Content(Note_);
+        fs::remove(Note_);
+        const auto begin = note.find('\n') + 1;
+        return note.substr(begin, note.find('\n', begin) - begin);
+    }
+    std::string NotedWhenStartedWith(const std::wstring& words) const {
+        Child(Quoted(Program_) + words).ExitCode();
+        return Noted();
+    }
+
+    ForeignFolder Folder_;
+    fs::path Program_ = Folder_.Path() / u8"Burn  wick \u041F.exe";
+    fs::path Note_ = Folder_.Path() / "note";
+    WideVariable Noted_{L"BURNWICK_NOTE", Note_.native()};
+};
+
+TEST_F(CommandTextTest, KeepsTheBlanksBetweenItsWords) {
+    EXPECT_EQ(NotedWhenStartedWith(L" C:\\my  own   unit.bin"), "C:\\my  own   unit.bin");
+}
+
+TEST_F(CommandTextTest, HasNoQuotesAndNoBlanksAroundIt) {
+    EXPECT_EQ(NotedWhenStartedWith(L"  \"C:\\my  unit.bin\"\t "), "C:\\my  unit.bin");
+}
+
+TEST_F(CommandTextTest, IsEmptyWithoutWords) {
+    EXPECT_EQ(NotedWhenStartedWith(L""), "");
+    EXPECT_EQ(NotedWhenStartedWith(L" "), "");
+}
+
+TEST_F(CommandTextTest, KeepsEveryScript) {
+    EXPECT_EQ(NotedWhenStartedWith(L" C:\\\u0417\u0430  \u6771\\gr\u00F6\u00DFe \u20AC.bin"),
+              "C:\\\u0417\u0430  \u6771\\gr\u00F6\u00DFe \u20AC.bin");
+}
+
+TEST_F(CommandTextTest, BeginsBehindAProgramThatHasNoQuotesAroundItsBlanks) {
+    std::wstring line = Program_.native() + L" C:\\my  unit.bin";
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    ASSERT_NE(CreateProcessW(Program_.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                             &start, &process),
+              0);
+    const UniqueHandle thread(process.hThread);
+    const UniqueHandle ended(process.hProcess);
+    WaitForSingleObject(ended.Get(), INFINITE);
+    EXPECT_EQ(Noted(), "C:\\my  unit.bin");
+}
+
+TEST_F(CommandTextTest, OfSomeOfTheWordsHasOneBlankBetweenThem) {
+    EXPECT_EQ(CommandText({"not", "this  program's", "own"}), "not this  program's own");
+}
+
+// Images as the shell opens them, with the program that the association names.
+class AssociatedImageTest : public CommandTextTest {
+protected:
+    AssociatedImageTest() { Shell_->RegisterFileType(Program_); }
+    ~AssociatedImageTest() override { Shell_->UnregisterFileType(); }
+
+    fs::path Image(const char8_t* name) const {
+        const auto path = Folder_.Path() / name;
+        Put(path, "x");
+        return path;
+    }
+    // The file that the program that the shell starts takes for the one to open.
+    fs::path OpenedBy(const std::function<void()>& start) const {
+        start();
+        return Utf8Path(DirFile::CleanPath(Noted()));
+    }
+
+    std::unique_ptr<ShellIntegration> Shell_ = DesktopShell();
+};
+
+TEST_F(AssociatedImageTest, IsOpenedWhateverItsName) {
+    for (const auto* const name :
+         {u8"unit.bin", u8"my unit.bin", u8"my  own   unit.bin", u8" begins with a blank.bin",
+          u8"\u043E\u0431\u0440\u0430\u0437  \u6771 gr\u00F6\u00DFe \u20AC.bin",
+          u8"it's 100% & (more), [x] ^.bin", u8"a -b c.bin", u8"UNIT  1.BIN"}) {
+        const auto image = Image(name);
+        EXPECT_EQ(OpenedBy([&] {
+                      ShellExecuteW(nullptr, nullptr, image.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+                  }),
+                  image);
+    }
+}
+
+TEST_F(AssociatedImageTest, IsOpenedFromTheConsoleToo) {
+    const auto image = Image(u8"my  own \u0417 unit.bin");
+    EXPECT_EQ(
+        OpenedBy([&] { Child(L"cmd /c start \"\" /wait " + Quoted(image), CREATE_NO_WINDOW).ExitCode(); }),
+        image);
+}
+
+}  // namespace
+}  // namespace burnwick::test

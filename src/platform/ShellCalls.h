@@ -8,11 +8,11 @@
 namespace burnwick {
 
 // What a file that stands for another one says.
-struct ShellLink {
+struct LinkContent {
     std::filesystem::path Target;
     std::string Description;  // UTF-8; shown to who points at the link
 
-    friend bool operator==(const ShellLink&, const ShellLink&) = default;
+    friend bool operator==(const LinkContent&, const LinkContent&) = default;
 };
 
 // What the shell of a system with a registry is asked for: calls, no policy. Nothing here throws.
@@ -26,9 +26,9 @@ public:
     virtual std::filesystem::path WindowsFolder() const = 0;
 
     // Nothing when the file is not there, or is no link.
-    virtual std::optional<ShellLink> Link(const std::filesystem::path& path) const = 0;
+    virtual std::optional<LinkContent> Link(const std::filesystem::path& path) const = 0;
     // Makes the file or replaces it. False when the system refuses.
-    virtual bool StoreLink(const std::filesystem::path& path, const ShellLink& link) = 0;
+    virtual bool StoreLink(const std::filesystem::path& path, const LinkContent& link) = 0;
 
     // Has file associations looked at anew.
     virtual void FileTypesChanged() = 0;

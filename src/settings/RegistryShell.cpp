@@ -48,7 +48,7 @@ void RegistryShell::UnregisterFileType() {
 
 void RegistryShell::CreateDesktopShortcut(const fs::path& program) {
     const auto path = LinkIn(Shell_->DesktopFolder());
-    const ShellLink wanted{fs::path(program).make_preferred(), LinkDescription};
+    const LinkContent wanted{fs::path(program).make_preferred(), LinkDescription};
     if (!path.empty() && Shell_->Link(path) != wanted) {
         Shell_->StoreLink(path, wanted);
     }

@@ -21,15 +21,15 @@ public:
     fs::path DesktopFolder() const override { return Desktop; }
     fs::path WindowsFolder() const override { return Windows; }
 
-    std::optional<ShellLink> Link(const fs::path& path) const override {
+    std::optional<LinkContent> Link(const fs::path& path) const override {
         std::ifstream file(path);
         std::string target;
         std::string description;
         return std::getline(file, target) && std::getline(file, description)
-                   ? std::optional(ShellLink{target, description})
+                   ? std::optional(LinkContent{target, description})
                    : std::nullopt;
     }
-    bool StoreLink(const fs::path& path, const ShellLink& link) override {
+    bool StoreLink(const fs::path& path, const LinkContent& link) override {
         Stored.push_back(link);
         std::ofstream file(path);
         file << link.Target.string() << '\n' << link.Description << '\n';
@@ -39,7 +39,7 @@ public:
 
     fs::path Desktop;
     fs::path Windows;
-    std::vector<ShellLink> Stored;
+    std::vector<LinkContent> Stored;
     int Changes = 0;
 };
 

@@ -7,7 +7,7 @@ namespace burnwick {
 
 namespace {
 
-constexpr std::string_view devices = "\\\\.\\";
+constexpr std::string_view devices = R"(\\.\)";
 
 // ASCII alone, whatever the locale.
 char Upper(char c) {
@@ -22,7 +22,7 @@ bool IsDigit(char c) {
 std::string WithoutFolder(const std::string& path) {
     std::string start = path.substr(0, devices.size());
     std::replace(start.begin(), start.end(), '/', '\\');
-    return start == devices || start == "\\\\?\\" ? path.substr(devices.size()) : path;
+    return start == devices || start == R"(\\?\)" ? path.substr(devices.size()) : path;
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <span>
 
 #include "platform/windows/WideText.h"
 
@@ -17,14 +17,13 @@ namespace {
 constexpr UINT IconMessage = WM_APP;
 
 // Cut where the system's room ends, between characters.
-template <std::size_t Room>
-void Put(wchar_t (&room)[Room], const std::string& text) {
+void Put(std::span<wchar_t> room, const std::string& text) {
     const auto wide = WideText(text);
-    std::size_t length = std::min(wide.size(), Room - 1);
+    std::size_t length = std::min(wide.size(), room.size() - 1);
     if (length < wide.size() && IS_HIGH_SURROGATE(wide[length - 1])) {
         --length;
     }
-    *std::copy_n(wide.begin(), length, std::begin(room)) = L'\0';
+    *std::copy_n(wide.begin(), length, room.begin()) = L'\0';
 }
 
 // The first icon of the program's file; the system's for programs where it has none.

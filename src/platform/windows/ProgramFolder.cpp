@@ -58,7 +58,7 @@ fs::path ProgramFolder() {
     if (const auto chosen = PathFromEnvironment(L"BURNWICK_HOME"); !chosen.empty()) {
         return Made(chosen);
     }
-    const auto own = ExecutablesFolder();
+    auto own = ExecutablesFolder();
     if (!own.empty() && CanBeWritten(own)) {
         return own;
     }

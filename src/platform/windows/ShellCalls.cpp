@@ -43,7 +43,7 @@ public:
         return folder;
     }
 
-    std::optional<ShellLink> Link(const fs::path& path) const override {
+    std::optional<LinkContent> Link(const fs::path& path) const override {
         const ComApartment apartment;
         const auto link = NewLink();
         const auto file = link ? FileOf(*link) : nullptr;
@@ -54,10 +54,10 @@ public:
             || FAILED(link->GetDescription(description.data(), MostCharacters))) {
             return std::nullopt;
         }
-        return ShellLink{target.c_str(), NarrowText(description.c_str())};
+        return LinkContent{target.c_str(), NarrowText(description.c_str())};
     }
 
-    bool StoreLink(const fs::path& path, const ShellLink& content) override {
+    bool StoreLink(const fs::path& path, const LinkContent& content) override {
         const ComApartment apartment;
         const auto link = NewLink();
         const auto file = link ? FileOf(*link) : nullptr;

@@ -40,7 +40,7 @@ TEST_F(ShellCallsTest, StoresALinkInTheSystemsOwnFormat) {
 
 TEST_F(ShellCallsTest, ReadsALinkAgain) {
     fs::copy_file(ChildProgram(), Program_);
-    const ShellLink link{Program_, "Ger\xC3\xA4t \xD0\x97"};
+    const LinkContent link{Program_, "Ger\xC3\xA4t \xD0\x97"};
     ASSERT_TRUE(Shell_->StoreLink(Link_, link));
     EXPECT_EQ(Shell_->Link(Link_), link);
     ASSERT_TRUE(Shell_->StoreLink(Link_, {Program_, "another"}));

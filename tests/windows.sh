@@ -43,6 +43,7 @@ quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwic
 packaging/windows/qt.sh build/windows-qt
 quietly cmake --preset windows
 quietly cmake --build --preset windows
+quietly tests/windows_tidy.sh
 mkdir -p build/windows/pictures
 
 # needs_windows_alone PROGRAM: Windows' own libraries, and no other. What they are called there never changes.
@@ -121,6 +122,17 @@ export work
 programs=("$bin"/*_tests.exe)
 # shellcheck disable=SC2016
 printf '%s\0' "${programs[@]}" | xargs -0 -P 2 -I{} bash -c 'run_tests "$1"' _ {} || fail "Tests failed under wine."
+
+# In a language whose programs write other 8-bit characters.
+mkdir "$work/locales"
+localedef -i ru_RU -f UTF-8 "$work/locales/ru_RU.UTF-8"
+in_russian() {
+    LOCPATH=$work/locales LC_ALL=ru_RU.UTF-8 timeout 300 wine "$bin/$1.exe" --gtest_brief=1 --gtest_filter="$2" </dev/null
+}
+[ "$(LOCPATH=$work/locales LC_ALL=ru_RU.UTF-8 wine "$bin/windows_child.exe" code-page | tr -d '\r')" = 1251 ] \
+    || fail "wine does not know the language."
+quietly in_russian windows_platform_tests 'EightBit*:*Settings*:*Command*:*Assoc*'
+quietly in_russian log_tests 'LogText*'
 
 # == The command line, beside this system's own
 
@@ -204,5 +216,10 @@ wait "$run" || status=$?
 
 "$root/tests/gui/windows/window.sh" "$bin/Burnwick.exe" "$native/burnwick-unit" "$native/burnwick-sample" \
     || fail "The window fails its user."
+
+# == Installing and removing
+
+cd "$root"
+quietly tests/windows_setup.sh "$bin"
 
 echo "${#programs[@]} test programs, the command line and the window ran under wine."

@@ -2,7 +2,10 @@
 #include <QDir>
 #include <QIcon>
 #include <QTimer>
+#include <algorithm>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "ProductData.h"
 #include "app/frmMain.h"
@@ -20,9 +23,14 @@
 
 namespace {
 
-// A file association passes a path unquoted: its blanks have made several arguments of it.
+// A file association passes a path unquoted: its blanks have made several arguments of it. Those that the
+// toolkit takes for itself are none of it.
 std::string CommandLine() {
-    return QApplication::arguments().mid(1).join(' ').toStdString();
+    const QStringList arguments = QApplication::arguments().mid(1);
+    std::vector<std::string> words(static_cast<std::size_t>(arguments.size()));
+    std::transform(arguments.begin(), arguments.end(), words.begin(),
+                   [](const QString& argument) { return argument.toStdString(); });
+    return burnwick::CommandText(words);
 }
 
 QIcon ProgramIcon() {

@@ -220,6 +220,6 @@ wait "$run" || status=$?
 # == Installing and removing
 
 cd "$root"
-quietly tests/windows_setup.sh "$bin"
+quietly tests/windows_setup.sh
 
 echo "${#programs[@]} test programs, the command line and the window ran under wine."

@@ -1,6 +1,4 @@
 // The copy commands: the image of the summary as a line of text, and as a file in another folder.
-#include <sys/stat.h>
-
 #include <QAction>
 #include <QClipboard>
 #include <QFileDialog>

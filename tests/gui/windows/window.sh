@@ -173,20 +173,41 @@ a_second_copy_brings_the_first_to_the_front() {
     leave_program
 }
 
-its_dialogs_have_their_pictures_taken() {
-    local key name
+it_copies_the_image_into_another_folder() {
+    start_small_unit
+    mkdir "$station/an other folder"
+    start_program "$(windows_path "$station/image.bin")"
+    expect_programmed
+    xdotool key alt+f t
+    await '^Copy image.bin to...$'
+    picture folder "$found"
+    xdotool type "$(windows_path "$station/an other folder")"
+    xdotool key Return
+    expect_success "the copy" cmp "$station/image.bin" "$station/an other folder/image.bin"
+    expect "the active window" "$window" xdotool getactivewindow
+    leave_program
+}
+
+its_dialogs_can_be_opened_and_closed() {
+    local menu item name title
     start_program
     picture idle
-    while read -r key name title; do
-        activate "$window"
-        # shellcheck disable=SC2086
-        xdotool key ${key//,/ }
+    while read -r menu item name title; do
+        xdotool key "alt+$menu"
+        picture "menu-$menu"
+        xdotool key "$item"
         await "$title"
         picture "$name" "$found"
         xdotool key Escape
         expect "the active window" "$window" xdotool getactivewindow
     done <<'END'
-alt+d open ^Open.Burnwick.File$
+f d open ^Open Burnwick File$
+f m compare ^File Compare$
+t p port ^COM Port Settings$
+t l log ^Activity Log$
+t o options ^Options$
+h a about ^About Burnwick$
+h h help ^Burnwick Help$
 END
     leave_program
 }
@@ -196,7 +217,8 @@ behaviours=(
     it_reads_a_unit_out
     it_cannot_be_closed_while_blocks_are_sent
     a_second_copy_brings_the_first_to_the_front
-    its_dialogs_have_their_pictures_taken
+    it_copies_the_image_into_another_folder
+    its_dialogs_can_be_opened_and_closed
 )
 
 mkdir -p "$pictures"

@@ -52,17 +52,41 @@ FunctionEnd
     Delete "$INSTDIR\${File}"
 !macroend
 
-; RemoveAssociation ROOT PREFIX: of "*.bin", when it starts this installation's program. What others have put beside it
-; stays.
+; RemoveOwn ROOT KEY: what the program has put there. A key in which others have something stays.
+!macro RemoveOwn Root Key
+    DeleteRegValue ${Root} "${Key}" ""
+    DeleteRegKey /ifempty ${Root} "${Key}"
+!macroend
+
+; GiveTypeBack ROOT PREFIX: "*.bin" becomes what it was before it was the program's, when that is still there.
+!macro GiveTypeBack Root Prefix
+    ReadRegStr $0 ${Root} "${Prefix}Burnwick" "TypeBefore"
+    StrCpy $1 1
+    ${If} $0 != ""
+        System::Call 'advapi32::RegOpenKeyEx(p ${HKEY_CLASSES_ROOT}, t r0, i 0, i ${KEY_READ}, *p .r2) i .r1'
+    ${EndIf}
+    ${If} $1 = 0
+        System::Call 'advapi32::RegCloseKey(p r2)'
+        WriteRegStr ${Root} "${Prefix}.bin" "" "$0"
+    ${Else}
+        !insertmacro RemoveOwn ${Root} "${Prefix}.bin"
+    ${EndIf}
+!macroend
+
+; RemoveAssociation ROOT PREFIX: of "*.bin", when it starts this installation's program.
 !macro RemoveAssociation Root Prefix
     ReadRegStr $0 ${Root} "${Prefix}Burnwick\shell\open\command" ""
     ${If} $0 == "$INSTDIR\${Program} %1"
         ReadRegStr $0 ${Root} "${Prefix}.bin" ""
         ${If} $0 == "Burnwick"
-            DeleteRegValue ${Root} "${Prefix}.bin" ""
-            DeleteRegKey /ifempty ${Root} "${Prefix}.bin"
+            !insertmacro GiveTypeBack ${Root} "${Prefix}"
         ${EndIf}
-        DeleteRegKey ${Root} "${Prefix}Burnwick"
+        DeleteRegValue ${Root} "${Prefix}Burnwick" "TypeBefore"
+        !insertmacro RemoveOwn ${Root} "${Prefix}Burnwick\shell\open\command"
+        !insertmacro RemoveOwn ${Root} "${Prefix}Burnwick\shell\open"
+        !insertmacro RemoveOwn ${Root} "${Prefix}Burnwick\shell"
+        !insertmacro RemoveOwn ${Root} "${Prefix}Burnwick\DefaultIcon"
+        !insertmacro RemoveOwn ${Root} "${Prefix}Burnwick"
     ${EndIf}
 !macroend
 

@@ -25,9 +25,20 @@
     !define ERROR_ALREADY_EXISTS 183
 !endif
 
+; A file that a scanner for viruses looks at, or whose program has just ended, is in use for a moment: so often, with a
+; pause (ms) between, is it tried.
+!define Tries 10
+!define Pause 200
+
 ; ReplaceBy NEW OLD: in one step, so that there is one of the two at any time.
 !macro ReplaceBy New Old
-    System::Call 'kernel32::MoveFileEx(t "${New}", t "${Old}", i ${MOVEFILE_REPLACE_EXISTING}) i .r0'
+    ${ForEach} $1 1 ${Tries} + 1
+        System::Call 'kernel32::MoveFileEx(t "${New}", t "${Old}", i ${MOVEFILE_REPLACE_EXISTING}) i .r0'
+        ${If} $0 <> 0
+            ${ExitFor}
+        ${EndIf}
+        Sleep ${Pause}
+    ${Next}
     ${If} $0 = 0
         !insertmacro Refuse "${Old} cannot be replaced.$\r$\nClose what uses it, and start the setup again."
     ${EndIf}
@@ -54,11 +65,14 @@
 !macro AwaitUnusedIn Un
 Function ${Un}AwaitUnused
     ${Do}
-        StrCpy $R0 ""
-        !insertmacro EachFile CheckUsed
-        ${If} $R0 == ""
-            Return
-        ${EndIf}
+        ${ForEach} $1 1 ${Tries} + 1
+            StrCpy $R0 ""
+            !insertmacro EachFile CheckUsed
+            ${If} $R0 == ""
+                Return
+            ${EndIf}
+            Sleep ${Pause}
+        ${Next}
         ${If} ${Silent}
             !insertmacro Refuse "$INSTDIR\$R0 is in use: ${Product} is running."
         ${EndIf}

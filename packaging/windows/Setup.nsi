@@ -50,7 +50,6 @@ VIAddVersionKey /LANG=1033 LegalCopyright "${Copyright}"
 
 !define MUI_ICON "${__FILEDIR__}/../icons/burnwick.ico"
 !define MUI_UNICON "${MUI_ICON}"
-!define MUI_ABORTWARNING
 !define MUI_WELCOMEFINISHPAGE_BITMAP "${Stage}/wizard.bmp"
 
 !define MUI_DIRECTORYPAGE_TEXT_TOP "${Product} is installed for you alone: you need not be an administrator.$\r$\n$\r$\n\

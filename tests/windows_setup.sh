@@ -279,6 +279,9 @@ same "What another program has told of *.bin" application/octet-stream "$(entry_
 
 setup || fail "The installation failed:" "$(cat "$work/setup.out")"
 associate "$classes" "$default_for_windows\\Burnwick.exe"
+quietly wine reg add "$classes\\Burnwick" /v TypeBefore /d Other.Image /f
+quietly wine reg add "$classes\\Other.Image" /ve /d 'Another image' /f
+quietly wine reg add "$classes\\Burnwick\\shell\\theirs" /ve /d 'Another verb' /f
 cp "$menu_link" "$desktop_link"
 setup '/D=C:\Программы' '映像' || fail "The installation in $strange failed:" "$(cat "$work/setup.out")"
 same "What is installed" "${installed[*]} " "$(files_in "$strange")"
@@ -303,6 +306,11 @@ same "The program for *.bin" Burnwick "$(entry_value '' "$classes\\.bin")"
 rm "$default/notes.txt"
 uninstall "$default" /REMOVEDATA
 absent "$default" "$desktop_link" "$(variable LOCALAPPDATA)/Burnwick"
+same "The program for *.bin" Other.Image "$(entry_value '' "$classes\\.bin")"
+same "What another program has put below" 'Another verb' "$(entry_value '' "$classes\\Burnwick\\shell\\theirs")"
+for key in "$classes\\Burnwick\\shell\\open" "$classes\\Burnwick\\DefaultIcon"; do
+    ! key_exists "$key" || fail "This key is left: $key"
+done
 
 # == Folders that are refused
 

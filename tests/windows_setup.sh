@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# windows_setup.sh [BUILD]: makes the packages for Windows of what BUILD (build/windows) has, and installs, uses, upgrades
-# and removes them under wine, in a prefix that is thrown away. Prints what fails, and one line at the end when nothing did.
+# windows_setup.sh [BIN]: makes the packages for Windows of the programs in BIN (build/windows/bin), and installs, uses,
+# upgrades and removes them under wine, in a prefix that is thrown away. Prints what fails, and one line at the end when
+# nothing did.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export CCACHE_NOHASHDIR=1 LC_ALL=C.UTF-8
-build=$(realpath "${1-build/windows}")
+bin=$(realpath "${1-build/windows/bin}")
 native=$PWD/build/cli/bin
 work=$(mktemp -d)
 export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
@@ -71,7 +72,7 @@ start_unit() {
 
 quietly cmake --preset cli
 quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwick-unit
-quietly packaging/windows/package.sh "$build" "$work/out"
+quietly packaging/windows/package.sh "$(dirname "$bin")" "$work/out"
 version=$("$native/burnwick-cli" --version)
 number=$(grep -oE '[0-9]+\.[0-9]+' <<<"$version" | head -n 1)
 same "The packages" "Burnwick-$number-portable.zip Burnwick-$number-setup.exe" "$(cd "$work/out" && echo *)"
@@ -224,7 +225,7 @@ echo mine >"$default/notes.txt"
 setup || fail "The upgrade failed:" "$(cat "$work/setup.out")"
 cmp "$work/Burnwick.ini" "$default/Burnwick.ini" >&2 || fail "An upgrade changes the settings."
 cmp "$work/Burnwick.log" "$default/Burnwick.log" >&2 || fail "An upgrade changes the log."
-cmp "$build/bin/Burnwick.hlp" "$default/Burnwick.hlp" >&2 || fail "An upgrade leaves an old file."
+cmp "$bin/Burnwick.hlp" "$default/Burnwick.hlp" >&2 || fail "An upgrade leaves an old file."
 absent "$default"/*.new
 
 # == Refused while a unit is being programmed

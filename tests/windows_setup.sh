@@ -218,7 +218,7 @@ absent "$(variable LOCALAPPDATA)/Burnwick/Burnwick.log"
 
 # == Upgraded
 
-printf '[Options]\r\nLogOption=&Summary\r\nMine=1\r\n' >"$default/Burnwick.ini"
+printf '[Options]\r\nLogOption=&Summary\r\nMine=1\r\nDesktop=Yes\r\n' >"$default/Burnwick.ini"
 cp "$default/Burnwick.ini" "$default/Burnwick.log" "$work"
 echo old >"$default/Burnwick.hlp"
 echo mine >"$default/notes.txt"
@@ -246,9 +246,18 @@ refused "$in_use" stay "$default"
 present "$default/Burnwick.exe" "$default/Burnwick.hlp" "$menu_link"
 { kill -KILL "$slow_unit" && wait "$slow_unit" "$run"; } 2>/dev/null || true
 
-# The window, started from the menu.
+# The window, started from the menu. It takes over the association of a copy that is not there any more, and makes the
+# shortcut that the settings tell of.
+command='HKCR\Burnwick\shell\open\command'
+associated() {
+    [ "$(entry_value '' "$command")" = "$default_for_windows\Burnwick.exe %1" ]
+}
+associate HKCR 'C:\gone\Burnwick.exe'
 quietly wine start /unix "$menu_link"
 await "The window" runs Burnwick.exe
+await "The window's settings" grep -q '^Programming=No' "$default/Burnwick.ini"
+await "The window's association" associated
+await "The window's shortcut" test -e "$desktop_link"
 refused 'Burnwick.exe is in use: Burnwick is running.' setup
 quietly wine taskkill /f /im Burnwick.exe
 await "The end of the window" ended Burnwick.exe
@@ -257,9 +266,7 @@ setup || fail "The upgrade after the runs failed:" "$(cat "$work/setup.out")"
 # == Removed, and what is the user's stays
 
 associate "$classes" "$default_for_windows\\Burnwick.exe"
-associate HKCR "$default_for_windows\\Burnwick.exe"
 quietly wine reg add "$classes\\.bin" /v 'Content Type' /d application/octet-stream /f
-cp "$menu_link" "$desktop_link"
 cp "$default/Burnwick.ini" "$work/Burnwick.ini"
 cp "$default/Burnwick.log" "$work/Burnwick.log"
 uninstall "$default"

@@ -58,12 +58,19 @@ FunctionEnd
     DeleteRegKey /ifempty ${Root} "${Key}"
 !macroend
 
+!ifndef KEY_READ
+    !define KEY_READ 0x20019
+!endif
+
 ; GiveTypeBack ROOT PREFIX: "*.bin" becomes what it was before it was the program's, when that is still there.
 !macro GiveTypeBack Root Prefix
     ReadRegStr $0 ${Root} "${Prefix}Burnwick" "TypeBefore"
     StrCpy $1 1
     ${If} $0 != ""
         System::Call 'advapi32::RegOpenKeyEx(p ${HKEY_CLASSES_ROOT}, t r0, i 0, i ${KEY_READ}, *p .r2) i .r1'
+        ${If} $1 <> 0
+            System::Call 'advapi32::RegOpenKeyEx(p ${HKEY_CURRENT_USER}, t "Software\Classes\$0", i 0, i ${KEY_READ}, *p .r2) i .r1'
+        ${EndIf}
     ${EndIf}
     ${If} $1 = 0
         System::Call 'advapi32::RegCloseKey(p r2)'

@@ -10,6 +10,7 @@ ManifestDPIAware true
 !include MUI2.nsh
 !include LogicLib.nsh
 !include FileFunc.nsh
+!include WinCore.nsh
 !include WinVer.nsh
 !include Win\COM.nsh
 

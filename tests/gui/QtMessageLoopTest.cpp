@@ -1,17 +1,20 @@
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QDialog>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QTimer>
+#include <memory>
 
-#include "platform/DescriptorLoopContract.h"
+#include "platform/LoopHelpers.h"
+#include "platform/Pipe.h"
 #include "platform/WindowLoop.h"
 
 namespace burnwick::test {
 namespace {
 
-INSTANTIATE_TEST_SUITE_P(Window, MessageLoopContract,
-                         testing::Values(LoopKind{"QtMessageLoop", &NewWindowLoop}));
+using namespace std::chrono_literals;
 
 // A dialog, or the application: an event loop that is not ours.
 class Outside {

@@ -1,6 +1,5 @@
 #include "platform/qt/QtMessageLoop.h"
 
-#include <QCoreApplication>
 #include <QThread>
 #include <algorithm>
 #include <utility>
@@ -59,7 +58,7 @@ private:
     std::unique_ptr<Timer> Queued_;
 };
 
-QtMessageLoop::QtMessageLoop() : System_(NewSystemLoop()), Timers_(MonotonicTime) {
+QtMessageLoop::QtMessageLoop() : System_(NewSystemLoop()), Timers_(MonotonicTime), Round_(NewEventRound()) {
     WakeUp_.setSingleShot(true);
     WakeUp_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&WakeUp_, &QTimer::timeout, &WakeUp_, [this] { WokenUp(); });
@@ -78,10 +77,8 @@ void QtMessageLoop::Yield(std::chrono::microseconds atMost) {
     }
     if (until > now) {
         WakeBy(until);
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    } else {
-        QCoreApplication::processEvents();
     }
+    Round_->Run(until > now);
     if (!call.HasTicked) {
         TickDue();
     }

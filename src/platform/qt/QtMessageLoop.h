@@ -6,6 +6,7 @@
 
 #include "platform/MessageLoop.h"
 #include "platform/TimerQueue.h"
+#include "platform/qt/EventRound.h"
 
 namespace burnwick {
 
@@ -39,6 +40,7 @@ private:
     QTimer WakeUp_;
     std::optional<std::chrono::microseconds> WakesAt_;
     Call* Innermost_ = nullptr;
+    std::unique_ptr<EventRound> Round_;  // its end may let events happen
 };
 
 }  // namespace burnwick

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+#include <atomic>
+#include <chrono>
+#include <functional>
+
+#include "platform/windows/SystemHeaders.h"
+
+namespace burnwick {
+
+// Rings every few milliseconds in a loop that the system itself runs on this thread (while a window is
+// dragged, a menu of the system is open or a button of the title bar is held down), and only there. Costs
+// nothing until it is started.
+class ModalBell final : public QAbstractNativeEventFilter {
+public:
+    static constexpr auto Interval = std::chrono::milliseconds(10);
+
+    // `ring` may start and stop the bell.
+    explicit ModalBell(std::function<void()> ring);
+    ModalBell(const ModalBell&) = delete;
+    ModalBell& operator=(const ModalBell&) = delete;
+    ~ModalBell() override;
+
+    void Start();
+    void Stop();
+    // Asks the loop that the system runs to come to its end.
+    void CancelLoop() const;
+
+private:
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+    static LRESULT CALLBACK Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static void CALLBACK Pull(PTP_CALLBACK_INSTANCE instance, PVOID bell, PTP_TIMER timer);
+
+    std::function<void()> Ring_;
+    HWND Window_;
+    PTP_TIMER Timer_;
+    std::atomic<bool> Posted_ = false;
+    bool Started_ = false;
+};
+
+}  // namespace burnwick

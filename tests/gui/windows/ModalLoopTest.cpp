@@ -1,0 +1,242 @@
+// The window's loop while the system runs a loop of its own: a window that is dragged, a system menu that is
+// open.
+#include <gtest/gtest.h>
+
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QTimer>
+#include <memory>
+#include <stdexcept>
+
+#include "gui/windows/NativeWindow.h"
+#include "platform/LoopHelpers.h"
+#include "platform/Pipe.h"
+#include "platform/WindowLoop.h"
+
+namespace burnwick::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct Held {
+    const char* Name;
+    WPARAM Command;
+    LPARAM Detail;
+    UINT End;  // the message that ends it
+    WPARAM EndDetail;
+
+    friend void PrintTo(const Held& held, std::ostream* out) { *out << held.Name; }
+};
+
+class ModalLoopTest : public testing::TestWithParam<Held> {
+protected:
+    ModalLoopTest() { YieldFor(*Loop_, 20ms); }
+
+    // The user takes hold of the window.
+    void Hold() {
+        Window_.Post(WM_SYSCOMMAND, GetParam().Command, GetParam().Detail);
+        while (Window_.Entered == 0) {
+            Loop_->Yield(60s);
+        }
+        ASSERT_TRUE(IsHeld());
+    }
+    bool IsHeld() const { return Window_.Entered == 1 && Window_.Left == 0; }
+    // He lets go of it.
+    void LetGo() const { Window_.Post(GetParam().End, GetParam().EndDetail); }
+    void LetGoAndWait() {
+        LetGo();
+        while (Window_.Left == 0) {
+            Loop_->Yield(60s);
+        }
+        EXPECT_EQ(Window_.Left, 1);
+    }
+
+    std::unique_ptr<MessageLoop> Loop_ = NewWindowLoop();
+    NativeWindow Window_;
+    int Calls_ = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(Window, ModalLoopTest,
+                         testing::Values(Held{"ADraggedWindow", SC_MOVE, 0, WM_KEYDOWN, VK_ESCAPE},
+                                         Held{"AnOpenSystemMenu", SC_KEYMENU, ' ', WM_CANCELMODE, 0}),
+                         [](const auto& kind) { return std::string(kind.param.Name); });
+
+TEST_P(ModalLoopTest, TimersTick) {
+    const auto timer = Loop_->NewTimer(20ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    Hold();
+    for (int seen = Calls_; Calls_ < 20; seen = Calls_) {
+        Loop_->Yield(60s);
+        ASSERT_LE(Calls_, seen + 1);
+    }
+    EXPECT_TRUE(IsHeld());
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, InputIsHandled) {
+    const Pipe pipe;
+    const auto watch = Loop_->WatchInput(pipe.Handle(), [&] {
+        pipe.Take();
+        ++Calls_;
+    });
+    Hold();
+    for (int i = 1; i <= 20; ++i) {
+        pipe.Put();
+        while (Calls_ < i) {
+            Loop_->Yield(60s);
+        }
+    }
+    EXPECT_TRUE(IsHeld());
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, AnswersToInputComeWithinAFewHundredthsOfASecond) {
+    const Pipe pipe;
+    const auto watch = Loop_->WatchInput(pipe.Handle(), [&] {
+        pipe.Take();
+        ++Calls_;
+    });
+    Hold();
+    const auto start = Loop_->MillisecondClock();
+    while (Calls_ < 20) {
+        pipe.Put();
+        Loop_->Yield(60s);
+    }
+    EXPECT_LT(Loop_->MillisecondClock() - start, 20 * 50ms);
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, AYieldOfNoTimeCostsNextToNone) {
+    Hold();
+    const auto start = Loop_->MillisecondClock();
+    for (int i = 0; i < 1000; ++i) {
+        Loop_->Yield(0us);
+    }
+    EXPECT_LT(Loop_->MillisecondClock() - start, 500ms);
+    EXPECT_TRUE(IsHeld());
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, TheUserIsStillServedWhenTheProgramWaitsForNothing) {
+    Hold();
+    LetGo();
+    while (Window_.Left == 0) {
+        Loop_->Yield(0us);
+    }
+    EXPECT_EQ(Window_.Left, 1);
+}
+
+TEST_P(ModalLoopTest, AWaitUsesNextToNoProcessor) {
+    Hold();
+    const auto before = ProcessorTime();
+    EXPECT_LT(YieldFor(*Loop_, 300ms), 60);
+    EXPECT_LT(ProcessorTime() - before, 100ms);
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, TheWindowCanBeHeldAgain) {
+    for (int i = 0; i < 3; ++i) {
+        Hold();
+        LetGoAndWait();
+        Window_.Entered = 0;
+        Window_.Left = 0;
+    }
+    Hold();
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, AMessageToCancelEndsItToo) {
+    Hold();
+    SendMessageW(Window_.Handle(), WM_CANCELMODE, 0, 0);
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, WhatAnEventHasCalledIsOverWhenTheYieldIs) {
+    bool inside = false;
+    QTimer::singleShot(50, &Window_, [&] {
+        inside = true;
+        YieldFor(*Loop_, 100ms);
+        inside = false;
+        ++Calls_;
+    });
+    Hold();
+    while (Calls_ == 0) {
+        Loop_->Yield(60s);
+        ASSERT_FALSE(inside);
+    }
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, ADialogThatAnEventHasOpenedIsOverWhenTheYieldIs) {
+    QDialog dialog;
+    QTimer::singleShot(50, &Window_, [&] {
+        QTimer::singleShot(100, &dialog, [&] { dialog.accept(); });
+        dialog.exec();
+        ++Calls_;
+    });
+    Hold();
+    while (Calls_ == 0) {
+        Loop_->Yield(60s);
+        ASSERT_FALSE(dialog.isVisible());
+    }
+    LetGoAndWait();
+}
+
+TEST_P(ModalLoopTest, TheBoxAfterTheLastYieldCanBeUsed) {
+    Hold();
+    QMessageBox box;
+    QTimer often;
+    QObject::connect(&often, &QTimer::timeout, &box, [&] {
+        if (++Calls_ == 3) {
+            EXPECT_TRUE(IsHeld());
+            LetGo();
+        }
+        if (Window_.Left > 0) {
+            box.accept();
+        }
+    });
+    often.start(20);
+    box.exec();
+    EXPECT_EQ(Window_.Left, 1);
+    EXPECT_FALSE(box.isVisible());
+    YieldFor(*Loop_, 20ms);
+}
+
+TEST_P(ModalLoopTest, TheLoopMayEndWhileTheWindowIsHeld) {
+    Hold();
+    Loop_.reset();
+    EXPECT_EQ(Window_.Left, 1);
+    QEventLoop application;
+    QTimer::singleShot(20, &application, &QEventLoop::quit);
+    application.exec();
+}
+
+TEST_P(ModalLoopTest, TheLoopMayEndAfterTheWindowThatIsHeld) {
+    auto window = std::make_unique<NativeWindow>();
+    window->Post(WM_SYSCOMMAND, GetParam().Command, GetParam().Detail);
+    while (window->Entered == 0) {
+        Loop_->Yield(60s);
+    }
+    window.reset();
+    const auto start = Loop_->MillisecondClock();
+    Loop_.reset();
+    const auto next = NewWindowLoop();
+    EXPECT_LT(next->MillisecondClock() - start, 900ms);
+    const auto timer = next->NewTimer(20ms, [this] { ++Calls_; });
+    timer->SetEnabled(true);
+    while (Calls_ < 3) {
+        next->Yield(60s);
+    }
+}
+
+TEST(EventRoundTest, WhatAnEventThrowsComesOutOfTheYield) {
+    const auto loop = NewWindowLoop();
+    QObject object;
+    QMetaObject::invokeMethod(
+        &object, [] { throw std::runtime_error("thrown"); }, Qt::QueuedConnection);
+    EXPECT_THROW(YieldFor(*loop, 1s), std::runtime_error);
+    YieldFor(*loop, 20ms);
+}
+
+}  // namespace
+}  // namespace burnwick::test

@@ -1,0 +1,113 @@
+#include "platform/SystemMenu.h"
+
+#include <optional>
+
+#include "platform/windows/SystemHeaders.h"
+
+#include <commctrl.h>
+
+namespace burnwick {
+
+namespace {
+
+constexpr UINT Greyed = MF_GRAYED | MF_DISABLED;
+
+// The Close item's number while it is greyed. Without an item that has SC_CLOSE the system greys the title
+// bar's button as well; and Qt, which enables that one with each menu that it opens, does not find it.
+constexpr UINT NoClose = static_cast<UINT>(-10);
+
+UINT NumberOf(SystemCommand command) {
+    switch (command) {
+        case SystemCommand::Restore:
+            return SC_RESTORE;
+        case SystemCommand::Move:
+            return SC_MOVE;
+        case SystemCommand::Size:
+            return SC_SIZE;
+        case SystemCommand::Minimize:
+            return SC_MINIMIZE;
+        case SystemCommand::Maximize:
+            return SC_MAXIMIZE;
+        case SystemCommand::Close:
+            break;
+    }
+    return SC_CLOSE;
+}
+
+class WindowMenu final : public SystemMenu {
+public:
+    explicit WindowMenu(HWND window) : Window_(window) {
+        SetWindowSubclass(Window_, Hear, Id(), reinterpret_cast<DWORD_PTR>(this));
+    }
+    WindowMenu(const WindowMenu&) = delete;
+    WindowMenu& operator=(const WindowMenu&) = delete;
+    ~WindowMenu() override { RemoveWindowSubclass(Window_, Hear, Id()); }
+
+    void Delete(SystemCommand command) override { DeleteMenu(Menu(), NumberOf(command), MF_BYCOMMAND); }
+
+    bool CloseIsGreyed() const override { return (State(NoClose).value_or(0) & Greyed) == Greyed; }
+
+    void SetCloseGreyed(bool greyed) override {
+        const UINT before = greyed ? SC_CLOSE : NoClose;
+        const UINT now = greyed ? NoClose : SC_CLOSE;
+        const auto state = State(before);
+        if (!state || !Swap(before, now)) {
+            return;
+        }
+        MENUITEMINFOW item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_STATE;
+        item.fState = greyed ? *state | Greyed : *state & ~Greyed;
+        if (SetMenuItemInfoW(Menu(), now, FALSE, &item) == FALSE) {
+            Swap(now, before);
+        }
+    }
+
+    void RedrawTitleBar() override {
+        SendMessageW(Window_, WM_NCACTIVATE, FALSE, 0);
+        SendMessageW(Window_, WM_NCACTIVATE, TRUE, 0);
+    }
+
+private:
+    HMENU Menu() const { return GetSystemMenu(Window_, FALSE); }
+
+    // Of the item with this number; nothing when there is none.
+    std::optional<UINT> State(UINT number) const {
+        MENUITEMINFOW item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_STATE;
+        return GetMenuItemInfoW(Menu(), number, FALSE, &item) != FALSE ? std::optional(item.fState)
+                                                                       : std::nullopt;
+    }
+
+    bool Swap(UINT from, UINT to) const {
+        MENUITEMINFOW item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_ID;
+        item.wID = to;
+        return SetMenuItemInfoW(Menu(), from, FALSE, &item) != FALSE;
+    }
+
+    UINT_PTR Id() const { return reinterpret_cast<UINT_PTR>(this); }
+
+    // The command comes without the menu, too: from Alt+F4 and from the taskbar.
+    static LRESULT CALLBACK Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
+                                 DWORD_PTR menu) {
+        constexpr WPARAM withoutDetails = 0xFFF0;
+        const bool isClose = message == WM_SYSCOMMAND && (wParam & withoutDetails) == SC_CLOSE;
+        if (isClose && reinterpret_cast<const WindowMenu*>(menu)->CloseIsGreyed()) {
+            return 0;
+        }
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+
+    HWND Window_;
+};
+
+}  // namespace
+
+std::unique_ptr<SystemMenu> SystemMenuOf(WindowHandle window) {
+    return std::make_unique<WindowMenu>(reinterpret_cast<HWND>(window));
+}
+
+}  // namespace burnwick

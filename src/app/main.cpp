@@ -9,6 +9,7 @@
 
 #include "ProductData.h"
 #include "app/frmMain.h"
+#include "platform/Attention.h"
 #include "platform/Interrupt.h"
 #include "platform/ListedFile.h"
 #include "platform/Notification.h"
@@ -46,12 +47,6 @@ std::unique_ptr<burnwick::SingleInstance> CopiesOf(const std::string& title) {
     return burnwick::CopiesNamed(title + burnwick::EnvironmentText("BURNWICK_HOME"));
 }
 
-// The toolkit alone would keep its request for attention back until it has something else to send.
-void Flash(QWidget* window) {
-    QApplication::alert(window);
-    QApplication::sync();
-}
-
 burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::ShellIntegration& shell) {
     using namespace burnwick;
     return {
@@ -69,7 +64,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .NewDevice = NewSerialDevice,
         .InhibitSleep = InhibitSleep,
         .Beep = [] { QApplication::beep(); },
-        .Flash = Flash,
+        .Flash = [](QWidget* window) { AskForAttention(window->winId()); },
         .Notify = Notify,
         .HelpFile = [] { return ListedFile(ShippedFolders(), "Burnwick.hlp"); },
         .OpenLink = OpenLink,

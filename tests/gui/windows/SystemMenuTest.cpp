@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "gui/windows/NativeWindow.h"
+#include "platform/Attention.h"
 #include "platform/LoopHelpers.h"
 #include "platform/WindowLoop.h"
 
@@ -216,6 +217,18 @@ TEST_F(SystemMenuTest, TheTitleBarIsDrawnAnewAsTheActiveWindows) {
     Menu_->RedrawTitleBar();
     EXPECT_EQ(Window_.Deactivations, 1);
     EXPECT_EQ(Window_.Activations, 1);
+}
+
+TEST_F(SystemMenuTest, TheTitleBarFlashesOnceEachTimeThatAttentionIsAskedFor) {
+    Window_.Activations = 0;
+    Window_.Deactivations = 0;
+    for (int i = 1; i <= 4; ++i) {
+        AskForAttention(Window_.winId());
+        EXPECT_EQ(Window_.Activations + Window_.Deactivations, i);
+    }
+    EXPECT_EQ(Window_.Activations, 2);
+    YieldFor(*Loop_, 700ms);
+    EXPECT_EQ(Window_.Activations + Window_.Deactivations, 4);
 }
 
 }  // namespace

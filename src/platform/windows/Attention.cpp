@@ -1,0 +1,12 @@
+#include "platform/Attention.h"
+
+#include "platform/windows/SystemHeaders.h"
+
+namespace burnwick {
+
+// Qt would flash the taskbar's button alone, and stop by itself after some seconds.
+void AskForAttention(WindowHandle window) {
+    FlashWindow(reinterpret_cast<HWND>(window), TRUE);
+}
+
+}  // namespace burnwick

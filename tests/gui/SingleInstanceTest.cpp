@@ -1,108 +1,36 @@
 #include "platform/SingleInstance.h"
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 
-#include <algorithm>
 #include <chrono>
-#include <csignal>
-#include <cstring>
-#include <fstream>
 #include <memory>
 #include <vector>
 
-#include "platform/EnvironmentVariable.h"
+#include "gui/RunningCopy.h"
 #include "platform/System.h"
 #include "platform/WindowLoop.h"
-#include "platform/linux/UniqueFd.h"
-#include "support/Program.h"
+#include "support/Eventually.h"
 
 namespace burnwick::test {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 const std::string Name = "Burnwick";
 
-// Another running copy.
-class Copy {
-public:
-    explicit Copy(const std::string& name = Name) : Program_({RUNNING_COPY, name}) {
-        EXPECT_TRUE(Program_.Prints("running")) << Program_.Err();
-    }
-
-    bool CameForward() const { return Program_.Prints("forward"); }
-    bool WasAsked() const { return Program_.Out().find("forward") != std::string::npos; }
-    void Kill() { End(SIGKILL); }
-    void End(int signal) {
-        Program_.Signal(signal);
-        Program_.Wait();
-    }
-    void Stop() const {
-        Program_.Signal(SIGSTOP);
-        EXPECT_TRUE(Eventually([this] { return State() == 'T'; }));
-    }
-    void Continue() const { Program_.Signal(SIGCONT); }
-    // Kilobytes of memory.
-    long Memory() const {
-        std::ifstream file("/proc/" + std::to_string(Program_.Process()) + "/statm");
-        long total = 0;
-        long resident = 0;
-        file >> total >> resident;
-        return resident * 4;
-    }
-
-private:
-    char State() const {
-        std::ifstream file("/proc/" + std::to_string(Program_.Process()) + "/stat");
-        std::string process;
-        std::string name;
-        char state = 0;
-        file >> process >> name >> state;
-        return state;
-    }
-
-    Program Program_;
+struct Copy : RunningCopy {
+    explicit Copy(const std::string& name = Name) : RunningCopy(name) {}
 };
 
 class SingleInstanceTest : public testing::Test {
 protected:
-    SingleInstanceTest() {
-        SurviveFailedWrites();
-        fs::permissions(Folder_.Path(), fs::perms::owner_all);
-        Copies_ = CopiesNamed(Name);
-    }
+    SingleInstanceTest() { SurviveFailedWrites(); }
 
     bool AnotherRuns() { return Copies_->AnotherRuns(); }
     bool BringForward() { return Copies_->BringForward(); }
 
-    // Connects as any program may, to the only copy.
-    UniqueFd Stranger() const {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        for (const auto& entry : fs::directory_iterator(Folder_.Path())) {
-            if (entry.is_socket()) {
-                std::strncpy(address.sun_path, entry.path().c_str(), sizeof address.sun_path - 1);
-            }
-        }
-        UniqueFd stranger(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        EXPECT_EQ(connect(stranger.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-        return stranger;
-    }
-    // Waits until the copy has cut the connection, and tells whether it has said nothing.
-    static bool IsCutOff(const UniqueFd& stranger) {
-        char answer = 0;
-        return read(stranger.Get(), &answer, 1) <= 0;
-    }
-    static void Say(const UniqueFd& stranger, const std::string& text) {
-        EXPECT_EQ(write(stranger.Get(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    }
-
-    TempFolder Folder_;
-    EnvironmentVariable Runtime_{"XDG_RUNTIME_DIR", Folder_.Path().string()};
-    std::unique_ptr<SingleInstance> Copies_;
+    const MeetingPlace Place_;
+    std::unique_ptr<SingleInstance> Copies_ = CopiesNamed(Name);
 };
 
 TEST_F(SingleInstanceTest, TheFirstCopyFindsNone) {
@@ -122,8 +50,8 @@ TEST_F(SingleInstanceTest, ACopyComesForwardEachTime) {
     int times = 0;
     Copies_->Claim([&] { ++times; });
     for (int i = 1; i <= 3; ++i) {
-        const UniqueFd later = Stranger();
-        Say(later, "come forward\n");
+        Stranger later;
+        later.Say("come forward\n");
         while (times < i) {
             loop->Yield(60s);
         }
@@ -154,7 +82,7 @@ TEST_F(SingleInstanceTest, ACopyOfAnotherNameIsNotFound) {
 
 TEST_F(SingleInstanceTest, ANameMayHoldAnyCharacters) {
     for (const std::string& name :
-         {std::string(10'000, 'x'), std::string("a/../b\\c \n\xff"), std::string("Größe"), std::string()}) {
+         {std::string(10'000, 'x'), std::string("a/../b\\c \n*"), std::string("Größe"), std::string()}) {
         const Copy other(name);
         EXPECT_TRUE(CopiesNamed(name)->BringForward()) << name;
     }
@@ -182,7 +110,7 @@ TEST_F(SingleInstanceTest, ThePlaceIsFreeAgainAfterTheCopy) {
 TEST_F(SingleInstanceTest, TheSecondCopyIsFoundAfterTheFirstHasEnded) {
     Copy first;
     const Copy second;
-    first.End(SIGTERM);
+    first.End();
     EXPECT_TRUE(AnotherRuns());
     EXPECT_TRUE(BringForward());
     EXPECT_TRUE(second.CameForward());
@@ -231,18 +159,18 @@ TEST_F(SingleInstanceTest, ACopyThatHungDoesNotComeForwardForOneThatHasGivenUp) 
     EXPECT_FALSE(BringForward());
     other.Continue();
     // It takes the connections in turn.
-    const UniqueFd stranger = Stranger();
-    Say(stranger, "?");
-    EXPECT_TRUE(IsCutOff(stranger));
+    Stranger stranger;
+    stranger.Say("?");
+    EXPECT_TRUE(stranger.IsCutOff());
     EXPECT_FALSE(other.WasAsked());
 }
 
 TEST_F(SingleInstanceTest, WhoSaysAnythingElseIsCutOff) {
     const Copy other;
     for (const char* const text : {"\n", "come here\n", "COME FORWARD\n", "GET / HTTP/1.1\r\n\r\n"}) {
-        const UniqueFd stranger = Stranger();
-        Say(stranger, text);
-        EXPECT_TRUE(IsCutOff(stranger)) << text;
+        Stranger stranger;
+        stranger.Say(text);
+        EXPECT_TRUE(stranger.IsCutOff()) << text;
     }
     EXPECT_FALSE(other.WasAsked());
     EXPECT_TRUE(BringForward());
@@ -250,17 +178,17 @@ TEST_F(SingleInstanceTest, WhoSaysAnythingElseIsCutOff) {
 
 TEST_F(SingleInstanceTest, WhoSaysNothingIsCutOff) {
     const Copy other;
-    EXPECT_TRUE(IsCutOff(Stranger()));
+    EXPECT_TRUE(Stranger().IsCutOff());
     EXPECT_FALSE(other.WasAsked());
     EXPECT_TRUE(BringForward());
 }
 
 TEST_F(SingleInstanceTest, ARequestMayComeInPieces) {
     const Copy other;
-    const UniqueFd stranger = Stranger();
-    Say(stranger, "come ");
-    Say(stranger, "forward\n");
-    EXPECT_FALSE(IsCutOff(stranger));
+    Stranger stranger;
+    stranger.Say("come ");
+    stranger.Say("forward\n");
+    EXPECT_FALSE(stranger.IsCutOff());
     EXPECT_TRUE(other.CameForward());
 }
 
@@ -269,8 +197,9 @@ TEST_F(SingleInstanceTest, WhoSaysMegabytesIsCutOffUnread) {
     const long before = other.Memory();
     const std::string megabyte(1'000'000, 'x');
     for (int i = 0; i < 20; ++i) {
-        const UniqueFd stranger = Stranger();
-        EXPECT_LT(write(stranger.Get(), megabyte.data(), megabyte.size()), 1'000'000);
+        Stranger stranger;
+        stranger.Say(megabyte);
+        EXPECT_TRUE(stranger.IsCutOff());
     }
     EXPECT_TRUE(BringForward());
     EXPECT_LT(other.Memory() - before, 4'000);
@@ -278,19 +207,9 @@ TEST_F(SingleInstanceTest, WhoSaysMegabytesIsCutOffUnread) {
 
 TEST_F(SingleInstanceTest, ManyWhoSayNothingDoNotKeepItFromComingForwardForLong) {
     const Copy other;
-    std::vector<UniqueFd> strangers(200);
-    std::generate(strangers.begin(), strangers.end(), [this] { return Stranger(); });
+    const std::vector<Stranger> strangers(200);
     EXPECT_TRUE(Eventually([this] { return BringForward(); }));
     EXPECT_TRUE(other.CameForward());
-}
-
-TEST_F(SingleInstanceTest, WithoutAFolderToMeetInEachCopyRunsAlone) {
-    const EnvironmentVariable none("XDG_RUNTIME_DIR", std::nullopt);
-    const EnvironmentVariable nowhere("TMPDIR", Folder_ / "nowhere");
-    const auto copies = CopiesNamed(Name);
-    copies->Claim([] {});
-    EXPECT_FALSE(copies->AnotherRuns());
-    EXPECT_FALSE(copies->BringForward());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <cstdio>
 
+#include "platform/ProcessText.h"
 #include "platform/SingleInstance.h"
 
 namespace {
@@ -17,7 +18,8 @@ void Say(const char* text) {
 
 int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
-    const auto copies = burnwick::CopiesNamed(argc > 1 ? argv[1] : "");
+    const auto arguments = burnwick::ProgramArguments(argc, argv);
+    const auto copies = burnwick::CopiesNamed(arguments.empty() ? "" : arguments.front());
     copies->Claim([] { Say("forward"); });
     Say("running");
     return QCoreApplication::exec();

@@ -6,6 +6,8 @@
 #include <memory>
 #include <utility>
 
+#include "platform/qt/OtherCopy.h"
+
 namespace burnwick {
 
 namespace {
@@ -37,7 +39,7 @@ int Milliseconds(const QDeadlineTimer& deadline) {
 bool AskToComeForward(const QString& socketName, QDeadlineTimer deadline) {
     QLocalSocket socket;
     socket.connectToServer(socketName);
-    if (!socket.waitForConnected(Milliseconds(deadline))) {
+    if (!socket.waitForConnected(Milliseconds(deadline)) || !LetComeForward(socket.socketDescriptor())) {
         return false;
     }
     socket.write(Request());
@@ -74,18 +76,25 @@ private:
             return;
         }
         const bool isRequest = ReadTowards(*Socket_, Request(), Said_);
-        if (Said_ == Request()) {
-            Answer();
-        }
-        if (!isRequest || Said_ == Request()) {
+        const bool isWhole = Said_ == Request();
+        if (!isRequest || isWhole) {
             Settle();
+        }
+        // Settled first: the answer may wait, and must not hear itself be asked again.
+        if (isWhole) {
+            Answer();
         }
     }
 
     // A copy that was asked but stood still is answered for by then: whoever asked has given up and gone.
     void Answer() {
+        constexpr int longest = 100;
         Socket_->write(Consent());
         Socket_->flush();
+        // Where the system writes by itself, it tells of it only then.
+        if (Socket_->bytesToWrite() > 0) {
+            Socket_->waitForBytesWritten(longest);
+        }
         IsAnswered_ = Socket_->state() == QLocalSocket::ConnectedState && Socket_->bytesToWrite() == 0;
     }
 

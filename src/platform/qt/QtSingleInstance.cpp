@@ -1,5 +1,4 @@
 #include <QCryptographicHash>
-#include <QFileInfo>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -9,6 +8,7 @@
 #include "platform/RuntimeFolder.h"
 #include "platform/SingleInstance.h"
 #include "platform/qt/ComeForward.h"
+#include "platform/qt/OtherCopy.h"
 
 namespace burnwick {
 
@@ -30,7 +30,8 @@ std::string FileNameFor(const std::string& name) {
 
 class SlottedInstance final : public SingleInstance {
 public:
-    explicit SlottedInstance(const std::string& name) : Folder_(RuntimeFolder()), Name_(FileNameFor(name)) {}
+    explicit SlottedInstance(const std::string& name)
+        : Folder_(RuntimeFolder()), Name_(FileNameFor(name + SessionName())) {}
 
     bool AnotherRuns() override { return !Others().empty(); }
 
@@ -72,7 +73,7 @@ private:
 
     fs::path LockPath(int slot) const { return Folder_ / (Name_ + "-" + std::to_string(slot) + ".lock"); }
     QString SocketName(int slot) const {
-        return QFileInfo(Folder_ / (Name_ + "-" + std::to_string(slot) + ".socket")).filePath();
+        return SocketNameOf(Folder_ / (Name_ + "-" + std::to_string(slot) + ".socket"));
     }
 
     fs::path Folder_;

@@ -92,6 +92,7 @@ private:
     void LetGuestGoOn();
     void ThrowOn();
     void RunDirectly(bool wait);
+    void WantHost();
     void Ring();
     void HandOver();
     void LeaveLoop();
@@ -101,6 +102,7 @@ private:
     bool OnGuest_ = false;
     bool GuestIsBusy_ = false;     // its round is not over
     bool GuestHasThread_ = false;  // until its round is over: the host waits for that
+    bool HostIsWanted_ = false;    // it has got input, and is not to wait for the bell
     bool Wait_ = false;
     int Level_ = 0;   // of the event loops that the host's Yield stands in
     int Nested_ = 0;  // Yields that run on the guest
@@ -137,7 +139,7 @@ FiberRound::~FiberRound() {
 }
 
 void FiberRound::Run(bool wait) {
-    const WatchRound watches;
+    const WatchRound watches([this] { WantHost(); });
     // What has come in by now comes before the ticks that are due with it.
     wait = !watches.LookAtAll() && wait;
     if (OnGuest_ || Guest_ == nullptr) {
@@ -165,6 +167,7 @@ void FiberRound::RunDirectly(bool wait) {
 
 void FiberRound::LetGuestGoOn() {
     GuestIsBusy_ = true;
+    HostIsWanted_ = false;
     Level_ = LoopLevel();
     GuestSince_ = Clock::now();
     OnGuest_ = true;
@@ -212,10 +215,17 @@ bool FiberRound::HostMayGoOn() const {
     return OnGuest_ && !GuestHasThread_ && Nested_ == 0 && LoopLevel() == Level_;
 }
 
+void FiberRound::WantHost() {
+    if (OnGuest_) {
+        HostIsWanted_ = true;
+        Bell_.RingSoon();
+    }
+}
+
 // In a loop of the system. What was rung while the host was at work is too early: the loop gets its time,
 // too.
 void FiberRound::Ring() {
-    if (HostMayGoOn() && Clock::now() - GuestSince_ >= ModalBell::Interval / 2) {
+    if (HostMayGoOn() && (HostIsWanted_ || Clock::now() - GuestSince_ >= ModalBell::Interval / 2)) {
         SwitchToFiber(Host_);
     }
 }

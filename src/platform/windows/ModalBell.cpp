@@ -61,6 +61,12 @@ void ModalBell::Stop() {
     }
 }
 
+void ModalBell::RingSoon() {
+    if (Started_) {
+        Post();
+    }
+}
+
 // Each kind of loop has its own way to be ended: the message for it, the lost mouse, or the key.
 void ModalBell::CancelLoop() const {
     GUITHREADINFO thread{};
@@ -97,12 +103,16 @@ LRESULT CALLBACK ModalBell::Hear(HWND window, UINT message, WPARAM wParam, LPARA
     return 0;
 }
 
-// On a thread of the system. One message at a time: a loop that is slow must not find a heap of them.
-void CALLBACK ModalBell::Pull(PTP_CALLBACK_INSTANCE /*instance*/, PVOID bell, PTP_TIMER /*timer*/) {
-    auto& pulled = *static_cast<ModalBell*>(bell);
-    if (!pulled.Posted_.exchange(true) && PostMessageW(pulled.Window_, Rung, 0, 0) == FALSE) {
-        pulled.Posted_ = false;
+// One message at a time: a loop that is slow must not find a heap of them.
+void ModalBell::Post() {
+    if (!Posted_.exchange(true) && PostMessageW(Window_, Rung, 0, 0) == FALSE) {
+        Posted_ = false;
     }
+}
+
+// On a thread of the system.
+void CALLBACK ModalBell::Pull(PTP_CALLBACK_INSTANCE /*instance*/, PVOID bell, PTP_TIMER /*timer*/) {
+    static_cast<ModalBell*>(bell)->Post();
 }
 
 }  // namespace burnwick

@@ -24,11 +24,14 @@ public:
 
     void Start();
     void Stop();
+    // Once before its time, if it is started.
+    void RingSoon();
     // Asks the loop that the system runs to come to its end.
     void CancelLoop() const;
 
 private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+    void Post();
     static LRESULT CALLBACK Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static void CALLBACK Pull(PTP_CALLBACK_INSTANCE instance, PVOID bell, PTP_TIMER timer);
 

@@ -50,6 +50,9 @@ public:
         // Held here too, for the call may end this watch.
         const auto ready = Ready_;
         (*ready)();
+        if (const WatchRound* const now = WatchRound::Now()) {
+            now->TellOfCall();
+        }
         return true;
     }
 
@@ -71,7 +74,8 @@ int LoopLevel() {
 
 }  // namespace
 
-WatchRound::WatchRound() : Level_(LoopLevel()), Outer_(std::exchange(Innermost, this)) {}
+WatchRound::WatchRound(std::function<void()> called)
+    : Called_(std::move(called)), Level_(LoopLevel()), Outer_(std::exchange(Innermost, this)) {}
 
 WatchRound::~WatchRound() {
     Innermost = Outer_;

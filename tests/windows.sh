@@ -8,16 +8,14 @@ root=$PWD
 bin=$PWD/build/windows/bin
 native=$PWD/build/cli/bin
 work=$(mktemp -d)
-export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+# shellcheck source=tests/support/wine.sh
+source tests/support/wine.sh
 unset DISPLAY
 started=()
 
 leave() {
     [ ${#started[@]} -eq 0 ] || kill "${started[@]}" 2>/dev/null || true
-    if [ -d "$WINEPREFIX" ]; then
-        wineserver -k 2>/dev/null || true
-        wineserver -w 2>/dev/null || true
-    fi
+    end_wine
     umount "$work/disk" 2>/dev/null || true
     rm -rf "$work"
 }
@@ -81,20 +79,18 @@ start_with_line "$work/near" "$native/null_modem" "$work/near" "$work/far"
 
 # The prefix has links into the home of whoever runs this: links that the tests make are to lie on no one's desktop.
 export HOME=$work/user
-mkdir "$WINEPREFIX" "$HOME" "$HOME/Desktop"
-quietly wineboot --init
+mkdir "$HOME" "$HOME/Desktop"
+prepare_wine "$work/prefix"
 # Windows that nobody sees need no display.
-quietly wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
-quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/line"
-quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM2 /d "$work/slow"
-quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM7 /d "$work/near"
-quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM12 /d "$work/far"
-export BURNWICK_LINE=COM7,COM12 BURNWICK_UNIT_PORT=COM1 BURNWICK_UNIT_FLASH="Z:${work//\//\\}\memory"
-# Ports are taken up when the server starts; one server then serves all that follows.
-quietly wineserver -k
-wineserver -w
-quietly wineserver -p
-quietly wine cmd /c exit
+tell_wine 'HKCU\Software\Wine\Drivers' Graphics null
+tell_wine 'HKLM\Software\Wine\Ports' COM1 "$work/line"
+tell_wine 'HKLM\Software\Wine\Ports' COM2 "$work/slow"
+tell_wine 'HKLM\Software\Wine\Ports' COM7 "$work/near"
+tell_wine 'HKLM\Software\Wine\Ports' COM12 "$work/far"
+start_wine
+export BURNWICK_LINE=COM7,COM12 BURNWICK_UNIT_PORT=COM1
+BURNWICK_UNIT_FLASH=$(windows_path "$work/memory")
+export BURNWICK_UNIT_FLASH
 # What is no device is denied in the words that a driver has for a port that is taken.
 ln -s "$work" "$WINEPREFIX/dosdevices/com9"
 export BURNWICK_DENIED=COM9
@@ -103,7 +99,8 @@ export BURNWICK_DENIED=COM9
 if mkdir "$work/disk" && mount -t tmpfs -o size=50m none "$work/disk" 2>/dev/null; then
     cp "$bin/windows_child.exe" "$work/disk"
     mount -o remount,ro "$work/disk"
-    export BURNWICK_READ_ONLY_FOLDER="Z:${work//\//\\}\\disk"
+    BURNWICK_READ_ONLY_FOLDER=$(windows_path "$work/disk")
+    export BURNWICK_READ_ONLY_FOLDER
 fi
 
 # run_tests PROGRAM: in a folder of its own.

@@ -1,7 +1,8 @@
 #include "gui/WindowTest.h"
 
 #include <QApplication>
-#include <QWindow>
+
+#include "gui/Offers.h"
 
 namespace burnwick::test {
 
@@ -117,7 +118,7 @@ void WindowTest::DownloadAndAnswer(QMessageBox::StandardButton answer) {
 }
 
 bool WindowTest::CloseIsGreyed() const {
-    return !Window->windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint);
+    return !OffersClose(*Window);
 }
 
 void WindowTest::Pass(Microseconds time) {

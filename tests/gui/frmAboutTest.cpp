@@ -35,7 +35,7 @@ Product SomeProduct() {
 
 class frmAboutTest : public FormTest {
 protected:
-    frmAboutTest() { QApplication::setWindowIcon(QIcon(ICON)); }
+    frmAboutTest() { QApplication::setWindowIcon(QIcon(PROGRAM_ICON)); }
 
     std::unique_ptr<QDialog> New() override {
         auto form = std::make_unique<frmAbout>(About, [this](const std::string& link) {
@@ -194,7 +194,7 @@ TEST_F(frmAboutTest, HasItsPictureTaken) {
 
 class frmAboutOEMTest : public FormTest {
 protected:
-    frmAboutOEMTest() { QApplication::setWindowIcon(QIcon(ICON)); }
+    frmAboutOEMTest() { QApplication::setWindowIcon(QIcon(PROGRAM_ICON)); }
 
     std::unique_ptr<QDialog> New() override { return std::make_unique<frmAboutOEM>(SomeProduct()); }
 };

@@ -117,26 +117,14 @@ TEST_F(frmCOMPortSettingTest, UnlocksTheListWhenItIsDroppedDownUntilAnEntryIsCli
 }
 
 TEST_F(frmCOMPortSettingTest, TellsDeviceAndAdapterInATip) {
-    EXPECT_EQ(Tip(0), "/dev/ttyS0\nSerial port");
-    EXPECT_THAT(Tip(1), HasSubstr("/dev/ttyUSB1\n"));
-}
-
-TEST_F(frmCOMPortSettingTest, TellsOfPortsThatAreThereWhenNoneCanBeUsed) {
-    There.clear();
-    Settings["Ports/COM6"] = "/dev/null";
-    EXPECT_THAT(List().toolTip().toStdString(), HasSubstr("COM6: /dev/null: no such device"));
-}
-
-TEST_F(frmCOMPortSettingTest, ShowsMarkupInATipAsItStands) {
-    Settings["Ports/COM6"] = "/dev/<b>x</b>";
-    There = {"/dev/<b>x</b>"};
-    EXPECT_THAT(Tip(0), HasSubstr("&lt;b&gt;"));
+    EXPECT_EQ(Tip(0), SystemDeviceOf(1) + "\nSerial port");
+    EXPECT_THAT(Tip(1), HasSubstr(SystemDeviceOf(6) + "\n"));
 }
 
 TEST_F(frmCOMPortSettingTest, ListsAPortThatHasAppearedWhenTheListIsDroppedDown) {
     Form();
-    There.insert("/dev/ttyUSB0");
-    There.insert("/dev/ttyUSB2");
+    There.insert(SystemDeviceOf(5));
+    There.insert(SystemDeviceOf(7));
     DropDown();
     EXPECT_THAT(Listed(), ElementsAre("Communications Port (COM1)", "Communications Port (COM5)",
                                       "Communications Port (COM6)", "Communications Port (COM7)",
@@ -144,10 +132,10 @@ TEST_F(frmCOMPortSettingTest, ListsAPortThatHasAppearedWhenTheListIsDroppedDown)
 }
 
 TEST_F(frmCOMPortSettingTest, KeepsSelectionAndOKWhenAPortAppears) {
-    There = {"/dev/ttyUSB1"};
+    There = {SystemDeviceOf(6)};
     Control.SetCommPort(6);
     Click(Option(0));
-    There.insert("/dev/ttyS0");
+    There.insert(SystemDeviceOf(1));
     DropDown();
     EXPECT_EQ(Selected(), "Communications Port (COM6)");
     EXPECT_EQ(List().currentIndex(), 1);

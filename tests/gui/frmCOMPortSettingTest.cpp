@@ -40,7 +40,7 @@ TEST_F(frmCOMPortSettingTest, SelectsTheFirstPortWhenTheSavedOneOpensNoMore) {
 }
 
 TEST_F(frmCOMPortSettingTest, HasACaptionForOnePort) {
-    There = {"/dev/ttyS0"};
+    There = {SystemDeviceOf(1)};
     EXPECT_EQ(FrameCaption(), "Available COM Port:");
 }
 
@@ -153,7 +153,7 @@ TEST_F(frmCOMPortSettingTest, TestsAnotherPortAndNoOther) {
     Choose(1);
     Device.Tried.clear();
     Click(OK());
-    EXPECT_THAT(Device.Tried, ElementsAre("/dev/ttyUSB1"));
+    EXPECT_THAT(Device.Tried, ElementsAre(SystemDeviceOf(6)));
 }
 
 TEST_F(frmCOMPortSettingTest, DoesNotTestThePortItHas) {
@@ -165,13 +165,12 @@ TEST_F(frmCOMPortSettingTest, DoesNotTestThePortItHas) {
 
 TEST_F(frmCOMPortSettingTest, TellsAPortThatOpensNoMoreAndStays) {
     Choose(1);
-    There.erase("/dev/ttyUSB1");
+    There.erase(SystemDeviceOf(6));
     AwaitBox();
     Click(OK());
     EXPECT_EQ(Box.Caption, "CommPort Error");
-    EXPECT_EQ(
-        Box.Text,
-        "COM6 is not available. /dev/ttyUSB1: no such device.    \nPlease try to select another CommPort.");
+    EXPECT_EQ(Box.Text, "COM6 is not available. " + SystemDeviceOf(6)
+                            + ": no such device.    \nPlease try to select another CommPort.");
     EXPECT_TRUE(Form().isVisible());
     EXPECT_THAT(Calls, IsEmpty());
     EXPECT_EQ(Control.CommPort(), 1);
@@ -180,10 +179,10 @@ TEST_F(frmCOMPortSettingTest, TellsAPortThatOpensNoMoreAndStays) {
 
 TEST_F(frmCOMPortSettingTest, TakesAPortThatOpensAgain) {
     Choose(1);
-    There.erase("/dev/ttyUSB1");
+    There.erase(SystemDeviceOf(6));
     AwaitBox();
     Click(OK());
-    There.insert("/dev/ttyUSB1");
+    There.insert(SystemDeviceOf(6));
     Click(OK());
     EXPECT_EQ(Settings["COMPort/COM"], "6");
     EXPECT_EQ(Control.CommPort(), 6);

@@ -20,6 +20,7 @@
 #include "forms/DropDownList.h"
 #include "gui/FormTest.h"
 #include "platform/BoxText.h"
+#include "platform/SystemPorts.h"
 #include "ports/PortTable.h"
 #include "ports/frmCOMPortSetting.h"
 #include "support/SomePorts.h"
@@ -109,7 +110,7 @@ protected:
         return Settings[section + "/" + key];
     };
     VirtualLoop Loop;
-    std::set<std::string> There{"/dev/ttyS0", "/dev/ttyUSB1", "/dev/ttyACM3"};
+    std::set<std::string> There{SystemDeviceOf(1), SystemDeviceOf(6), SystemDeviceOf(16)};
     SomePorts& Device;
     MSComm Control;
     BoxText Box;  // the message box that was shown

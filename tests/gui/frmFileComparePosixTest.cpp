@@ -16,6 +16,12 @@ protected:
     const std::string Here = Folder.Write("here.bin", ImageBuilder(100).Build());
 };
 
+TEST_F(frmFileComparePosixTest, FindsFilesWhoseNamesHoldAnything) {
+    const Bytes image = ImageBuilder(1000).Build();
+    Compare(Folder.Write("one\n<b>&.bin", image), Folder.Write(" two\t.bin ", image));
+    EXPECT_EQ(Status(), "Status: File 1 and File 2 are identical.");
+}
+
 TEST_F(frmFileComparePosixTest, TellsOfAFileInAShutFolderThatItCannotBeRead) {
     fs::create_directory(Folder.Path() / "shut");
     const std::string inside = Folder.Write("shut/inside.bin", ImageBuilder(100).Build());

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <random>
 
-#include "gui/HelpTest.h"
+#include "gui/frmHelpTroubleTest.h"
 #include "support/ShutFile.h"
 
 namespace burnwick::test {
@@ -16,17 +16,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 
 namespace fs = std::filesystem;
-
-class frmHelpTroubleTest : public HelpTest {
-protected:
-    void ExpectTrouble(const std::string& why) const {
-        EXPECT_THAT(Shown(), ::testing::StartsWith("The help cannot be shown.\n"));
-        EXPECT_THAT(Shown(), HasSubstr(why));
-        EXPECT_THAT(Shown(), HasSubstr("Install Burnwick again"));
-        EXPECT_FALSE(FindBox().isEnabled());
-        EXPECT_FALSE(Button("cmdBack").isEnabled());
-    }
-};
 
 TEST_F(frmHelpTroubleTest, AFileThatHasGoneIsTold) {
     OpenFile(Files.Path() / "gone.hlp");
@@ -72,19 +61,6 @@ TEST_F(frmHelpTroubleTest, GarbageIsTold) {
 TEST_F(frmHelpTroubleTest, AnotherKindOfTextIsTold) {
     Open("[Ports]\r\nCOM1=/dev/ttyS0\r\n");
     ExpectTrouble("It is not a page of text.");
-}
-
-TEST_F(frmHelpTroubleTest, APathIsShownAsItIs) {
-    const fs::path folder = Files.Path() / "<b>bold & more\nlines";
-    fs::create_directory(folder);
-    OpenFile(folder / "Burnwick.hlp");
-    EXPECT_THAT(Shown(), HasSubstr("<b>bold & more"));
-}
-
-TEST_F(frmHelpTroubleTest, APathOf4000CharactersIsTold) {
-    OpenFile(Files.Path() / std::string(4000, 'x'));
-    ExpectTrouble("File name too long");
-    EXPECT_LE(Help->width(), 1000);
 }
 
 TEST_F(frmHelpTroubleTest, TheWindowStaysUsable) {

@@ -68,6 +68,18 @@ bool MayBeginModalLoop(UINT message) {
     }
 }
 
+// While a button of the title bar is held down, the system waits for the mouse in a loop that hears nothing
+// else. In a run such a button does its work when it is pressed.
+bool ActsAtOnce(const MSG& message) {
+    if (message.message != WM_NCLBUTTONDOWN && message.message != WM_NCLBUTTONDBLCLK) {
+        return false;
+    }
+    const bool closes = message.wParam == HTCLOSE;
+    return (closes || message.wParam == HTMINBUTTON)
+           && PostMessageW(message.hwnd, WM_SYSCOMMAND, closes ? SC_CLOSE : SC_MINIMIZE, message.lParam)
+                  != FALSE;
+}
+
 // A run must go on while the user holds the window by its title bar: a unit that is half programmed does not
 // wait. So the events are handled on a fiber of their own, the guest. When a loop of the system holds that
 // one, the bell rings in there, and the thread goes over to the fiber of the program, the host, in the midst
@@ -202,8 +214,16 @@ void WINAPI FiberRound::BeGuest(void* round) {
     }
 }
 
-bool FiberRound::nativeEventFilter(const QByteArray& /*type*/, void* message, qintptr* /*result*/) {
-    if (MayBeginModalLoop(static_cast<const MSG*>(message)->message) && HostMayGoOn()) {
+bool FiberRound::nativeEventFilter(const QByteArray& /*type*/, void* message, qintptr* result) {
+    const MSG& sent = *static_cast<const MSG*>(message);
+    if (!HostMayGoOn()) {
+        return false;
+    }
+    if (ActsAtOnce(sent)) {
+        *result = 0;
+        return true;
+    }
+    if (MayBeginModalLoop(sent.message)) {
         Bell_.Start();
     }
     return false;

@@ -1,7 +1,6 @@
 // What another program finds on the clipboard.
-#include <windows.h>
-
 #include "gui/CopyTest.h"
+#include "platform/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 

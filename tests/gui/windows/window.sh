@@ -7,44 +7,15 @@
 # shellcheck disable=SC2317
 # shellcheck source=tests/gui/real_screen.sh
 source "$(dirname "$(dirname "$(realpath "$0")")")/real_screen.sh"
+# shellcheck source=tests/support/wine.sh
+source "$(dirname "$(realpath "$0")")/../../support/wine.sh"
 # shellcheck disable=SC2034
 only_failures=yes
 # shellcheck disable=SC2034
 patience=60
 pictures=$(dirname "$(dirname "$burnwick")")/pictures
 
-# == Wine, in a prefix of these tests' own
-
-start_wine() {
-    export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
-    mkdir "$WINEPREFIX"
-    wineboot --init >"$work/wine.log" 2>&1
-    # Ports are taken up when the server starts. Where these links lead is each behaviour's own matter.
-    wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/com1" /f >>"$work/wine.log" 2>&1
-    wine reg add 'HKLM\Software\Wine\Ports' /v COM2 /d "$work/com2" /f >>"$work/wine.log" 2>&1
-    # Wine's own name for the dialogs' font is one that the toolkit does not find: it is told of one that is there.
-    local of
-    for of in Menu Message Status; do
-        wine reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v ${of}Font /t REG_BINARY /d "$(logfont 'Liberation Sans')" \
-            /f >>"$work/wine.log" 2>&1
-    done
-    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Courier New' /d 'Liberation Mono' /f >>"$work/wine.log" 2>&1
-    wineserver -k
-    wineserver -w
-    wineserver -p >>"$work/wine.log" 2>&1
-}
-
-# logfont NAME: the system's description of a font, 12 pixels high, as digits.
-logfont() {
-    local name
-    name=$(printf '%s' "$1" | iconv -t UTF-16LE | od -An -v -tx1 | tr -d ' \n')
-    printf 'f4ffffff%024d90010000%014d22%s%0*d' 0 0 "$name" $((128 - ${#name})) 0
-}
-
-end_wine() {
-    wineserver -k 2>/dev/null || true
-    wineserver -w 2>/dev/null || true
-}
+# == The program under wine
 
 start_copy() {
     BURNWICK_HOME=$(windows_path "$BURNWICK_HOME") wine "$burnwick" "$@" >>"$station/program.log" 2>&1 </dev/null &
@@ -54,11 +25,6 @@ start_copy() {
 # windows_of PROCESS NAME: Windows' processes have numbers of their own.
 windows_of() {
     xdotool search --onlyvisible --name "$2"
-}
-
-# Windows' name for a file.
-windows_path() {
-    printf 'Z:%s' "${1//\//\\}"
 }
 
 first_settings() {
@@ -224,5 +190,9 @@ behaviours=(
 mkdir -p "$pictures"
 start_screen
 trap 'end_all; end_wine; rm -rf "$work"' EXIT
+prepare_wine "$work/prefix"
+# Where these links lead is each behaviour's own matter.
+tell_wine 'HKLM\Software\Wine\Ports' COM1 "$work/com1"
+tell_wine 'HKLM\Software\Wine\Ports' COM2 "$work/com2"
 start_wine
 run_behaviours "${@:-${behaviours[@]}}"

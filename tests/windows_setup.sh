@@ -20,8 +20,8 @@ leave() {
         wineserver -k 2>/dev/null || true
         wineserver -w 2>/dev/null || true
     fi
-    umount "$work/disk" 2>/dev/null || true
-    rm -rf "$work"
+    umount -l "$work/disk" 2>/dev/null || true
+    rm -rf "$work" || true
 }
 trap leave EXIT
 

@@ -51,6 +51,8 @@
 ; other. A unit that is half programmed does not start any more, so none is ended.
 !macro CheckUsed File
     ${If} ${FileExists} "$INSTDIR\${File}"
+        ; One that was copied from a disk that cannot be written looks as if it were in use.
+        SetFileAttributes "$INSTDIR\${File}" NORMAL
         ClearErrors
         FileOpen $R1 "$INSTDIR\${File}" a
         ${If} ${Errors}

@@ -30,7 +30,7 @@ done
 # Whatever makes another Qt makes another name.
 compiler=$(dpkg-query --show --showformat='${Version}' g++-mingw-w64-x86-64-posix)
 made_of=$(printf '%s\n' "$compiler" "${options[@]}" | sha256sum | cut -c 1-12)
-cache=${XDG_CACHE_HOME:-$HOME/.cache}/burnwick
+cache=${XDG_CACHE_HOME:-${HOME:-/var/tmp}/.cache}/burnwick
 prefix=$cache/qt-windows-$version-$made_of
 
 # sources: the source package into this folder. The system's own list of packages is read, and never changed.
@@ -38,7 +38,8 @@ sources() {
     local from=/etc/apt apt=$PWD/apt file
     mkdir -p "$apt/lists/partial" "$apt/cache/archives/partial" "$apt/sources"
     for file in "$from/sources.list" "$from"/sources.list.d/*.list; do
-        [ ! -f "$file" ] || sed -n 's/^deb\(-src\)\?\([[:blank:]]\)/deb-src\2/p' "$file" | sort -u \
+        # Disks that are not in their drive are of no use.
+        [ ! -f "$file" ] || sed -n -e '/cdrom:/d' -e 's/^deb\(-src\)\?\([[:blank:]]\)/deb-src\2/p' "$file" | sort -u \
             >"$apt/sources/$(basename "$file" .list).list"
     done
     for file in "$from"/sources.list.d/*.sources; do
@@ -68,7 +69,8 @@ if [ ! -d "$prefix" ]; then
 fi
 if [ ! -d "$prefix" ]; then
     echo "Building Qt for Windows, once: $prefix"
-    work=$(mktemp -d)
+    # Half a gigabyte: more than a temporary folder in memory may hold.
+    work=$(mktemp -d "$cache/build.XXXXXX")
     trap 'rm -rf "$work"' EXIT
     cd "$work"
     rm -rf "$prefix.part"

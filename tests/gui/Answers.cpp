@@ -70,6 +70,11 @@ void Answers::Give(const QPointer<QDialog>& dialog) {
         dialog->reject();
         return;
     }
+    // One that its answer leaves open would be waited for without end.
+    QTimer::singleShot(30s, dialog, [left = dialog.data()] {
+        ADD_FAILURE() << "still open: " << left->windowTitle().toStdString();
+        left->reject();
+    });
     const Answer answer = std::move(Answers_.front());
     Answers_.pop_front();
     answer(*dialog);

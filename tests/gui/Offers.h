@@ -4,7 +4,9 @@
 
 namespace burnwick::test {
 
-// Whether the user may close the window, be it by its title bar or its system menu.
+// What the user may do to the window by its title bar or its system menu.
+bool OffersMaximize(const QWidget& window);
+bool OffersMinimize(const QWidget& window);
 bool OffersClose(const QWidget& window);
 
 }  // namespace burnwick::test

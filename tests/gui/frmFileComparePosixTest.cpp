@@ -1,6 +1,7 @@
 // Files that cannot be compared, in folders and under names that only POSIX has.
 #include <QApplication>
 #include <QHelpEvent>
+#include <QToolTip>
 #include <filesystem>
 
 #include "gui/frmFileCompareTest.h"

@@ -4,10 +4,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QGroupBox>
-#include <QHelpEvent>
 #include <QListView>
 #include <QScreen>
-#include <QToolTip>
 #include <algorithm>
 #include <filesystem>
 

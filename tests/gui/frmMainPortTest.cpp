@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "gui/WindowTest.h"
+#include "platform/SystemPorts.h"
 
 namespace burnwick::test {
 
@@ -56,7 +57,7 @@ TEST_F(frmMainPort, IsChosenBehindItsCommand) {
 
 TEST_F(frmMainPort, ServesTheNextRun) {
     PortTrouble = CommError{CommErrorNumber::Busy, "/dev/ttyS0 is in use by another program"};
-    TroubledDevice = "/dev/ttyS0";
+    TroubledDevice = SystemDeviceOf(1);
     ConnectUnitOfSize(262'144);
     Start();
     ChooseFirst();
@@ -114,7 +115,7 @@ TEST_F(frmMainPort, IsAskedForWhenItDoesNotOpen) {
 }
 
 TEST_F(frmMainPort, ChosenThenMakesTheWindowReadyAgain) {
-    TroubledDevice = "/dev/ttyS0";
+    TroubledDevice = SystemDeviceOf(1);
     FailToOpenThePort();
     ChooseFirst();
     Click("cmdDownload");

@@ -72,7 +72,7 @@ TEST_F(frmMainRecent, AnEntryIsProgrammedWithoutADialog) {
     Trigger("mnuFileMRF_2");
     EXPECT_THAT(Display(), StartsWith("Opening " + Image("this & that.bin") + "..."));
     EXPECT_EQ(Status(), "Programming was completed successfully.");
-    EXPECT_THAT(Entries(), ElementsAre("&1 " + Folder.Path().string() + "/this && that.bin"));
+    EXPECT_THAT(Entries(), ElementsAre("&1 " + (Folder / "this && that.bin")));
 }
 
 TEST_F(frmMainRecent, AChoiceIsUsedUpByItsRun) {

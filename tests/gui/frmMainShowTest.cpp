@@ -10,13 +10,13 @@
 
 #include "engine/PercentBar.h"
 #include "gui/WindowTest.h"
+#include "support/MatchesPattern.h"
 
 namespace burnwick::test {
 
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::MatchesRegex;
 
 constexpr std::size_t Size = 262'144;
 
@@ -82,7 +82,7 @@ TEST_F(frmMainShow, TheTimeLeftIsShownWhileItWaits) {
     Start();
     At(10s, [this] {
         EXPECT_FALSE(Find("lblTiming")->isHidden());
-        EXPECT_THAT(TextOf("lblTiming"), MatchesRegex("Timeout: 5[01] seconds"));
+        EXPECT_THAT(TextOf("lblTiming"), MatchesPattern("Timeout: 5[01] seconds"));
         Click("cmdQuit");
     });
     Download(Image());
@@ -171,7 +171,7 @@ TEST_F(frmMainShow, ATimeoutIsTheCaptionAndTheStatus) {
 TEST_F(frmMainShow, TheCaptionTellsTheTimeLeftToAUserWhoIsElsewhere) {
     Start();
     At(5s, [this] { GoElsewhere(); });
-    At(10s, [this] { EXPECT_THAT(Caption(), MatchesRegex("Burnwick - 5[01] seconds")); });
+    At(10s, [this] { EXPECT_THAT(Caption(), MatchesPattern("Burnwick - 5[01] seconds")); });
     At(11s, [this] { ComeBack(); });
     At(12s, [this] {
         EXPECT_EQ(Caption(), "Burnwick");
@@ -221,8 +221,9 @@ TEST_F(frmMainShow, RateAndTimeLeftStandBesideTheTiming) {
     options.Flash = AnyBytes(Size);
     Connect(std::move(options), /*paced=*/true);
     Start();
-    WhenStatus("Sending block 400",
-               [this] { EXPECT_THAT(TextOf("lblRate"), MatchesRegex("1[01]\\.[0-9] KB/s, 0:1[0-9] left")); });
+    WhenStatus("Sending block 400", [this] {
+        EXPECT_THAT(TextOf("lblRate"), MatchesPattern("1[01]\\.[0-9] KB/s, 0:1[0-9] left"));
+    });
     Download(Image());
     EXPECT_EQ(TextOf("lblRate"), "");
 }
@@ -249,8 +250,9 @@ TEST_F(frmMainShow, RateAndTimeLeftStandThereDuringAVerificationToo) {
     options.Flash = AnyBytes(Size);
     Connect(std::move(options), /*paced=*/true);
     Start();
-    WhenStatus("Verifying block 400",
-               [this] { EXPECT_THAT(TextOf("lblRate"), MatchesRegex("1[01]\\.[0-9] KB/s, 0:1[0-9] left")); });
+    WhenStatus("Verifying block 400", [this] {
+        EXPECT_THAT(TextOf("lblRate"), MatchesPattern("1[01]\\.[0-9] KB/s, 0:1[0-9] left"));
+    });
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Yes);
     Click("cmdDownload");

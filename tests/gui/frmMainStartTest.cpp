@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "gui/Offers.h"
 #include "gui/WindowTest.h"
 
 namespace burnwick::test {
@@ -207,9 +208,9 @@ TEST_F(frmMainStart, WithTheDebugBoxTickedHasATitleOfItsOwn) {
 TEST_F(frmMainStart, TakesRestoreSizeAndMaximizeAway) {
     Start();
     EXPECT_EQ(Window->minimumSize(), Window->maximumSize());
-    EXPECT_FALSE(Window->windowHandle()->flags().testFlag(Qt::WindowMaximizeButtonHint));
-    EXPECT_TRUE(Window->windowHandle()->flags().testFlag(Qt::WindowMinimizeButtonHint));
-    EXPECT_TRUE(Window->windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint));
+    EXPECT_FALSE(OffersMaximize(*Window));
+    EXPECT_TRUE(OffersMinimize(*Window));
+    EXPECT_TRUE(OffersClose(*Window));
 }
 
 TEST_F(frmMainStart, PutsTheFocusOnDownload) {

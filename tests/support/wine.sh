@@ -1,6 +1,8 @@
 # shellcheck shell=bash
 # Sourced by tests of programs for Windows: wine, in a prefix that is thrown away.
 
+unset WINEPREFIX WINEARCH WINESERVER WINELOADER
+
 # prepare_wine PREFIX: makes it. What takes effect when the server starts can be told to wine afterwards; then start_wine.
 prepare_wine() {
     export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
@@ -21,7 +23,8 @@ tell_wine() {
 
 # One server for all that follows, with the ports that it was told of.
 start_wine() {
-    wineserver -k
+    # It ends with 1 when there is none.
+    wineserver -k || true
     wineserver -w
     in_wine wineserver -p
     in_wine wine cmd /c exit

@@ -128,9 +128,9 @@ private:
 };
 
 FiberRound::FiberRound() : Bell_([this] { Ring(); }) {
-    constexpr SIZE_T committed = 64 * 1024;
+    constexpr SIZE_T committed = SIZE_T{64} * 1024;
     // Windows, dialogs and all that a click may start run on it.
-    constexpr SIZE_T reserved = 8 * 1024 * 1024;
+    constexpr SIZE_T reserved = SIZE_T{8} * 1024 * 1024;
     Host_ = ConvertThreadToFiberEx(nullptr, FIBER_FLAG_FLOAT_SWITCH);
     if (Host_ != nullptr) {
         Guest_ = CreateFiberEx(committed, reserved, FIBER_FLAG_FLOAT_SWITCH, BeGuest, this);

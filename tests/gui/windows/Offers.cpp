@@ -4,11 +4,26 @@
 
 namespace burnwick::test {
 
-bool OffersClose(const QWidget& window) {
+namespace {
+
+bool Offers(const QWidget& window, UINT command) {
+    const HMENU menu = GetSystemMenu(reinterpret_cast<HWND>(window.winId()), FALSE);
     // The state of no item is -1, with all bits set.
-    const UINT state =
-        GetMenuState(GetSystemMenu(reinterpret_cast<HWND>(window.winId()), FALSE), SC_CLOSE, MF_BYCOMMAND);
-    return (state & MF_GRAYED) == 0;
+    return (GetMenuState(menu, command, MF_BYCOMMAND) & MF_GRAYED) == 0;
+}
+
+}  // namespace
+
+bool OffersMaximize(const QWidget& window) {
+    return Offers(window, SC_MAXIMIZE);
+}
+
+bool OffersMinimize(const QWidget& window) {
+    return Offers(window, SC_MINIMIZE);
+}
+
+bool OffersClose(const QWidget& window) {
+    return Offers(window, SC_CLOSE);
 }
 
 }  // namespace burnwick::test

@@ -122,8 +122,9 @@ void RegisterFileType(Registry& registry, const std::string& program) {
     }
 }
 
+// The keys of all show the user's in their place: these go first, or they would be taken for the others.
 void UnregisterFileType(Registry& registry) {
-    for (const Place& place : {OfAll(), OfTheUser()}) {
+    for (const Place& place : {OfTheUser(), OfAll()}) {
         UnregisterIn(registry, place);
     }
 }

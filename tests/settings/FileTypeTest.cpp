@@ -84,6 +84,18 @@ TEST_F(FileTypeTest, IsTakenAwayFromTheUsersOwnKeys) {
     EXPECT_THAT(Registry.Keys, IsEmpty());
 }
 
+TEST_F(FileTypeTest, IsTakenAwayFromTheUserAndFromAllWhereHisShowAmongTheirs) {
+    Registry.ShowsTheUsersAmongAll = true;
+    modUtility::RegisterFileType(Registry, "all.exe");
+    Registry.Refusing = RegistryRoot::ClassesRoot;
+    modUtility::RegisterFileType(Registry, "user.exe");
+    EXPECT_EQ(Registry.Keys["HKCR\\Burnwick\\shell\\open\\command"][""], "all.exe %1");
+    EXPECT_EQ(modUtility::AssociatedProgram(Registry), "user.exe");
+    Registry.Refusing.reset();
+    modUtility::UnregisterFileType(Registry);
+    EXPECT_THAT(Registry.Keys, IsEmpty());
+}
+
 TEST_F(FileTypeTest, ThatIsNotThereIsTakenAwayWithoutAWord) {
     modUtility::UnregisterFileType(Registry);
     EXPECT_THAT(Registry.Deleted, IsEmpty());
@@ -156,6 +168,16 @@ TEST_F(ForeignFileTypeTest, OfAllShowsAgainWhenTheUsersOwnIsTakenAway) {
     Registry.Refusing = RegistryRoot::ClassesRoot;
     modUtility::RegisterFileType(Registry, "B.exe");
     EXPECT_EQ(modUtility::AssociatedProgram(Registry), "B.exe");
+    modUtility::UnregisterFileType(Registry);
+    EXPECT_EQ(Registry.Keys, before);
+}
+
+TEST_F(ForeignFileTypeTest, OfAllKeepsNoEmptyKeyOfTheUsersInItsPlace) {
+    TakenByAnother();
+    const auto before = Registry.Keys;
+    Registry.ShowsTheUsersAmongAll = true;
+    Registry.Refusing = RegistryRoot::ClassesRoot;
+    modUtility::RegisterFileType(Registry, "B.exe");
     modUtility::UnregisterFileType(Registry);
     EXPECT_EQ(Registry.Keys, before);
 }

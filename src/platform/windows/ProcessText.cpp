@@ -52,7 +52,7 @@ std::vector<std::wstring> WordsOf(const wchar_t* line) {
 }
 
 bool BeginsWithWord(std::wstring_view line, std::wstring_view word) {
-    return line.size() > word.size() && line[word.size()] == L' '
+    return line.size() >= word.size() && (line.size() == word.size() || line[word.size()] == L' ')
            && CompareStringOrdinal(line.data(), static_cast<int>(word.size()), word.data(),
                                    static_cast<int>(word.size()), TRUE)
                   == CSTR_EQUAL;

@@ -21,10 +21,11 @@ inline std::wstring Quoted(const std::filesystem::path& path) {
     return L'"' + path.native() + L'"';
 }
 
-// Another process, whose standard output is read here; ended with its object.
+// Another process, whose standard output is read here; ended with its object. The program is the command
+// line's first word, unless it is named.
 class Child {
 public:
-    explicit Child(std::wstring commandLine, DWORD flags = 0) {
+    explicit Child(std::wstring commandLine, DWORD flags = 0, const std::filesystem::path& program = {}) {
         SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
         HANDLE readEnd = nullptr;
         HANDLE writeEnd = nullptr;
@@ -38,8 +39,8 @@ public:
         start.hStdOutput = writeEnd;
         start.hStdError = writeEnd;
         PROCESS_INFORMATION process{};
-        if (CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, flags, nullptr, nullptr,
-                           &start, &process)
+        if (CreateProcessW(program.empty() ? nullptr : program.c_str(), commandLine.data(), nullptr, nullptr,
+                           TRUE, flags, nullptr, nullptr, &start, &process)
             != 0) {
             Process_.Reset(process.hProcess);
             CloseHandle(process.hThread);

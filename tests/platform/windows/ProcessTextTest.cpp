@@ -37,6 +37,11 @@ protected:
         Child(Quoted(Program_) + words).ExitCode();
         return Noted();
     }
+    // As programs do it that put no quotes around a path with blanks.
+    std::string NotedWhenStartedUnquotedWith(const std::wstring& words) const {
+        Child(Program_.native() + words, 0, Program_).ExitCode();
+        return Noted();
+    }
 
     ForeignFolder Folder_;
     fs::path Program_ = Folder_.Path() / u8"Burn  wick \u041F.exe";
@@ -63,17 +68,12 @@ TEST_F(CommandTextTest, KeepsEveryScript) {
 }
 
 TEST_F(CommandTextTest, BeginsBehindAProgramThatHasNoQuotesAroundItsBlanks) {
-    std::wstring line = Program_.native() + L" C:\\my  unit.bin";
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    ASSERT_NE(CreateProcessW(Program_.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                             &start, &process),
-              0);
-    const UniqueHandle thread(process.hThread);
-    const UniqueHandle ended(process.hProcess);
-    WaitForSingleObject(ended.Get(), INFINITE);
-    EXPECT_EQ(Noted(), "C:\\my  unit.bin");
+    EXPECT_EQ(NotedWhenStartedUnquotedWith(L" C:\\my  unit.bin"), "C:\\my  unit.bin");
+}
+
+TEST_F(CommandTextTest, IsEmptyWithoutWordsBehindAProgramThatHasNoQuotesAroundItsBlanks) {
+    EXPECT_EQ(NotedWhenStartedUnquotedWith(L""), "");
+    EXPECT_EQ(NotedWhenStartedUnquotedWith(L" "), "");
 }
 
 TEST_F(CommandTextTest, OfSomeOfTheWordsHasOneBlankBetweenThem) {

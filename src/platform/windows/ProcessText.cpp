@@ -20,6 +20,25 @@ namespace burnwick {
 
 namespace {
 
+bool AreAlike(std::wstring_view a, std::wstring_view b) {
+    return a.size() == b.size()
+           && (a.empty()
+               || CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(),
+                                       static_cast<int>(b.size()), TRUE)
+                      == CSTR_EQUAL);
+}
+
+bool EndsWith(std::wstring_view name, std::wstring_view end) {
+    return name.size() >= end.size() && AreAlike(name.substr(name.size() - end.size()), end);
+}
+
+// What stands behind the last wildcard. A dot at its end is in no name: "*." means names without an
+// extension.
+std::wstring_view EndOfNames(std::wstring_view word) {
+    const auto end = word.substr(word.find_last_of(L"*?") + 1);
+    return end.substr(0, end.find_last_not_of(L". ") + 1);
+}
+
 // The files that a word with wildcards names; the word itself when there is none. A wildcard cannot be part
 // of a name.
 std::vector<std::wstring> FilesOf(const std::wstring& word) {
@@ -32,7 +51,10 @@ std::vector<std::wstring> FilesOf(const std::wstring& word) {
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW(word.c_str(), &found);
     for (bool more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found) != 0) {
-        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        // The system finds files by their short names too: "*.bin" would mean "unit.bin_old", of
+        // "UNIT~1.BIN".
+        const bool isNamedSo = EndsWith(found.cFileName, EndOfNames(word));
+        if (isNamedSo && (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             files.push_back(word.substr(0, name) + found.cFileName);
         }
     }
@@ -52,10 +74,8 @@ std::vector<std::wstring> WordsOf(const wchar_t* line) {
 }
 
 bool BeginsWithWord(std::wstring_view line, std::wstring_view word) {
-    return line.size() >= word.size() && (line.size() == word.size() || line[word.size()] == L' ')
-           && CompareStringOrdinal(line.data(), static_cast<int>(word.size()), word.data(),
-                                   static_cast<int>(word.size()), TRUE)
-                  == CSTR_EQUAL;
+    return AreAlike(line.substr(0, word.size()), word)
+           && (line.size() == word.size() || line[word.size()] == L' ');
 }
 
 // What an association starts has no quotes either, for all the blanks in its path.

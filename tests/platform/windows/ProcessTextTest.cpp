@@ -80,6 +80,48 @@ TEST_F(CommandTextTest, OfSomeOfTheWordsHasOneBlankBetweenThem) {
     EXPECT_EQ(CommandText({"not", "this  program's", "own"}), "not this  program's own");
 }
 
+// Words with wildcards, as a console leaves them to programs.
+class WildcardTest : public CommandTextTest {
+protected:
+    WildcardTest() { fs::create_directory(Images_); }
+
+    fs::path Image(const char8_t* name) const {
+        Put(Images_ / name, "x");
+        return Images_ / name;
+    }
+    std::string NotedFor(const wchar_t* name) const {
+        return NotedWhenStartedWith(L' ' + Quoted(Images_ / name));
+    }
+
+    fs::path Images_ = Folder_.Path() / u8"my  \u0417";
+};
+
+TEST_F(WildcardTest, MeansTheFilesOfSuchNamesInTheirOrder) {
+    const auto second = Image(u8"two \u041F.BIN");
+    const auto first = Image(u8"one.bin");
+    Image(u8"three.txt");
+    EXPECT_EQ(NotedFor(L"*.bin"), Utf8Text(first) + ' ' + Utf8Text(second));
+}
+
+TEST_F(WildcardTest, MeansNoFileWhoseShortNameAloneIsSuch) {
+    const auto image = Image(u8"unit.bin");
+    Image(u8"unit.bin_old");
+    EXPECT_EQ(NotedFor(L"*.bin"), Utf8Text(image));
+    EXPECT_EQ(NotedFor(L"*.bin_old"), Utf8Text(Images_ / "unit.bin_old"));
+}
+
+TEST_F(WildcardTest, MeansFilesWithoutAnExtensionToo) {
+    const auto image = Image(u8"unit");
+    EXPECT_EQ(NotedFor(L"*.*"), Utf8Text(image));
+    EXPECT_EQ(NotedFor(L"*."), Utf8Text(image));
+    EXPECT_EQ(NotedFor(L"un??"), Utf8Text(image));
+}
+
+TEST_F(WildcardTest, StaysAsItIsWhereThereIsNoSuchFile) {
+    Image(u8"unit.bin_old");
+    EXPECT_EQ(NotedFor(L"*.bin"), Utf8Text(Images_ / "*.bin"));
+}
+
 // Images as the shell opens them, with the program that the association names.
 class AssociatedImageTest : public CommandTextTest {
 protected:

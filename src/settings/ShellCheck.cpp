@@ -1,6 +1,7 @@
 #include "settings/ShellCheck.h"
 
 #include <string>
+#include <system_error>
 
 namespace burnwick {
 
@@ -16,6 +17,12 @@ void Store(const std::string& key, const std::string& value, const ReadSetting& 
     }
 }
 
+// A path may be written in several ways: in small letters or short names where a system takes these.
+bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
+    std::error_code error;
+    return a == b || (std::filesystem::equivalent(a, b, error) && !error);
+}
+
 }  // namespace
 
 void CheckShellIntegration(ShellIntegration& shell, const std::filesystem::path& program,
@@ -23,7 +30,7 @@ void CheckShellIntegration(ShellIntegration& shell, const std::filesystem::path&
     const auto associated = shell.AssociatedProgram();
     if (associated.empty()) {
         Store("ContextMenu", "No", read, write);
-    } else if (associated != program) {
+    } else if (!IsSameFile(associated, program)) {
         shell.RegisterFileType(program);
         Store("ContextMenu", "Yes", read, write);
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/FakeShell.h"
+#include "support/TempFolder.h"
 
 namespace burnwick::test {
 
@@ -18,7 +19,7 @@ protected:
     std::vector<std::string> Check() {
         Record_.clear();
         CheckShellIntegration(
-            Shell, "/opt/Burnwick",
+            Shell, Program,
             [this](const std::string& section, const std::string& key) {
                 return Settings[section + "/" + key];
             },
@@ -33,6 +34,7 @@ protected:
         Shell.Note = [this](const std::string& call) { Record_.push_back(call); };
     }
 
+    std::filesystem::path Program = "/opt/Burnwick";
     std::map<std::string, std::string> Settings;
     FakeShell Shell;
 
@@ -53,6 +55,22 @@ TEST_F(ShellCheckTest, LeavesAnAssociationWithThisProgram) {
     Shell.Associated = "/opt/Burnwick";
     Settings = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
     EXPECT_THAT(Check(), ElementsAre("no shortcut"));
+}
+
+TEST_F(ShellCheckTest, LeavesAnAssociationThatNamesThisProgramInAnotherWay) {
+    const TempFolder folder;
+    Program = Utf8Path(folder.Write("Burnwick", Bytes(1)));
+    Shell.Associated = folder.Path() / "." / "Burnwick";
+    Settings = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
+    EXPECT_THAT(Check(), ElementsAre("no shortcut"));
+}
+
+TEST_F(ShellCheckTest, RegistersAProgramOfWhichAnotherCopyIsAssociated) {
+    const TempFolder folder;
+    Program = Utf8Path(folder.Write("Burnwick", Bytes(1)));
+    Shell.Associated = Utf8Path(folder.Write("Burnwick-old", Bytes(1)));
+    Settings = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
+    EXPECT_THAT(Check(), ElementsAre("register " + Program.string(), "no shortcut"));
 }
 
 TEST_F(ShellCheckTest, RegistersAProgramThatWasMoved) {

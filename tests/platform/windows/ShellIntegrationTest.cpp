@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <string>
+#include <vector>
+
 #include "Child.h"
 #include "ForeignFolder.h"
 #include "WideVariable.h"
@@ -9,6 +13,7 @@
 #include "platform/ShellCalls.h"
 #include "platform/Utf8Path.h"
 #include "settings/RegistryShell.h"
+#include "settings/ShellCheck.h"
 
 #include <shellapi.h>
 
@@ -17,6 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 
 // The desktop of whoever runs the test. What he has of the program's is taken away.
 class DesktopTest : public testing::Test {
@@ -69,6 +75,26 @@ TEST_F(DesktopTest, HasNoneOfTheKeysWhenTheAssociationIsTakenAway) {
     EXPECT_FALSE(registry->HasKey(RegistryRoot::ClassesRoot, ".bin"));
     EXPECT_FALSE(registry->HasKey(RegistryRoot::ClassesRoot, "Burnwick"));
     EXPECT_EQ(Shell_->AssociatedProgram(), "");
+}
+
+// A start tells its path as it was typed.
+TEST_F(DesktopTest, KeepsTheAssociationWhenItsProgramIsStartedInOtherLettersOrByItsShortName) {
+    std::array<wchar_t, MAX_PATH> shortName{};
+    ASSERT_NE(GetShortPathNameW(Program_.c_str(), shortName.data(), MAX_PATH), 0U);
+    Shell_->RegisterFileType(Program_);
+    const auto changes = [this](const fs::path& program) {
+        std::vector<std::string> stored;
+        CheckShellIntegration(
+            *Shell_, program, [](const std::string&, const std::string&) { return "No"; },
+            [&stored](const std::string&, const std::string& key, const std::string&) {
+                stored.push_back(key);
+            });
+        return stored;
+    };
+    for (const fs::path& typed : {Folder_.Path() / "BURNWICK.exe", fs::path(shortName.data())}) {
+        EXPECT_THAT(changes(typed), IsEmpty());
+        EXPECT_EQ(Shell_->AssociatedProgram(), Program_);
+    }
 }
 
 TEST_F(DesktopTest, HasALinkThatStartsTheProgramUntilItIsTakenAway) {

@@ -31,7 +31,7 @@ std::string FileNameFor(const std::string& name) {
 class SlottedInstance final : public SingleInstance {
 public:
     explicit SlottedInstance(const std::string& name)
-        : Folder_(RuntimeFolder()), Name_(FileNameFor(name + SessionName())) {}
+        : Folder_(RuntimeFolder()), Name_(FileNameFor(name + '\n' + SessionName())) {}
 
     bool AnotherRuns() override { return !Others().empty(); }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <thread>
 
@@ -97,13 +98,14 @@ private:
     UniqueHandle Process_;
 };
 
-// Waits ten seconds at most for a file that another process makes whole.
+// Waits ten seconds at most for a file that another process makes whole. Who renames it lets nobody read it
+// until that is done.
 inline bool Appears(const std::filesystem::path& path) {
     using namespace std::chrono_literals;
-    for (int i = 0; i < 1000 && !std::filesystem::exists(path); ++i) {
+    for (int i = 0; i < 1000 && !std::ifstream(path).is_open(); ++i) {
         std::this_thread::sleep_for(10ms);
     }
-    return std::filesystem::exists(path);
+    return std::ifstream(path).is_open();
 }
 
 }  // namespace burnwick::test

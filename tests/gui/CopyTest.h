@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <iterator>
@@ -58,6 +59,31 @@ protected:
         Show(Image("good.bin"));
         CopyTo(other);
         EXPECT_EQ(ReadFile(other / "good.bin"), SampleImage(262'144));
+    }
+
+    // What the commands do with an image of this name, and what they call it.
+    void ExpectCopiesOfAnImageNamed(const std::string& name) {
+        const auto to = To_ / "each";
+        std::filesystem::create_directory(to);
+        Settings["LastOpenFile/1"] = Image(name);
+        Window.reset();
+        Start();
+        At(Loop.Time() + std::chrono::seconds(1), [this] { Click("cmdQuit"); });
+        Trigger("mnuFileMRF_1");
+        std::string shown = name;
+        std::replace(shown.begin(), shown.end(), '\n', ' ');
+        Trigger("mnuFileCopy");
+        EXPECT_THAT(Clipboard(), ::testing::StartsWith(shown + "    VX-1600    "));
+        CopyTo(to);
+        EXPECT_EQ(User.Dialogs().back(), "Copy " + shown + " to...");
+        EXPECT_EQ(ReadFile(to / Utf8Path(name)), SampleImage(262'144)) << name;
+        User.TypeFile(to.string());
+        User.ClickInBox(QMessageBox::Yes);
+        Trigger("mnuFileCopyToFolder");
+        EXPECT_THAT(
+            User.Boxes().back().Text,
+            ::testing::StartsWith("This folder already contains a file named '" + shown + "'    \n \n"));
+        std::filesystem::remove_all(to);
     }
 
     std::filesystem::path To_ = Folder.Path() / "to";

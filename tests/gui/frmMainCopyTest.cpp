@@ -214,15 +214,6 @@ TEST_F(frmMainCopy, OnYesTheOldFileIsReplaced) {
     EXPECT_EQ(User.Boxes().size(), 1U);
 }
 
-TEST_F(frmMainCopy, AFileInOtherLettersIsAnotherFile) {
-    Show(Image());
-    Folder.Write("to/UNIT.BIN", Old_);
-    CopyTo(To_);
-    EXPECT_THAT(User.Boxes(), IsEmpty());
-    EXPECT_EQ(ReadFile(To_ / "UNIT.BIN"), Old_);
-    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(Size));
-}
-
 TEST_F(frmMainCopy, IntoTheImagesOwnFolderItAsksAndLosesNothing) {
     Show(Image());
     std::filesystem::create_hard_link(Folder / "unit.bin", Folder / "twin.bin");

@@ -19,7 +19,9 @@ public:
 
     const std::filesystem::path& Path() const { return Path_; }
     // The path of a name in it, as text.
-    std::string operator/(std::string_view name) const { return Utf8Text(Path_ / Utf8Path(name)); }
+    std::string operator/(std::string_view name) const {
+        return Utf8Text((Path_ / Utf8Path(name)).make_preferred());
+    }
     // Writes a file, and gives its path.
     std::string Write(std::string_view name, const Bytes& content) const;
 

@@ -1,4 +1,4 @@
-// What another program finds on the clipboard.
+// The copy commands, another program that asks for the clipboard, and names that the system takes for one.
 #include "gui/CopyTest.h"
 #include "platform/windows/SystemHeaders.h"
 
@@ -23,14 +23,25 @@ std::wstring TextOnTheClipboard() {
 
 }  // namespace
 
-class frmMainClipboard : public CopyTest {};
+class frmMainCopyOnWindows : public CopyTest {};
 
-TEST_F(frmMainClipboard, OtherProgramsGetTheImagesDescription) {
+TEST_F(frmMainCopyOnWindows, OtherProgramsGetTheImagesDescription) {
     Show(
         Image("gr\xC3\xB6\xC3\x9F"
               "e \xE2\x82\xAC.bin"));
     Trigger("mnuFileCopy");
     EXPECT_THAT(TextOnTheClipboard(), ::testing::StartsWith(L"gr\u00F6\u00DFe \u20AC.bin    VX-1600    "));
+}
+
+// The system takes both names for one: without a question nothing is replaced.
+TEST_F(frmMainCopyOnWindows, AFileInOtherLettersIsLeftAlone) {
+    Show(Image());
+    Folder.Write("to/UNIT.BIN", Old_);
+    User.TypeFile(To_.string());
+    User.ClickInBox(QMessageBox::Ok);
+    Trigger("mnuFileCopyToFolder");
+    ExpectCopyError("The folder holds another file that this one would replace.");
+    EXPECT_EQ(ReadFile(To_ / "UNIT.BIN"), Old_);
 }
 
 }  // namespace burnwick::test

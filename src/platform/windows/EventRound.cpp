@@ -220,7 +220,10 @@ bool FiberRound::nativeEventFilter(const QByteArray& /*type*/, void* message, qi
         return false;
     }
     if (ActsAtOnce(sent)) {
-        *result = 0;
+        // Nobody asks for one when the message comes out of the queue.
+        if (result != nullptr) {
+            *result = 0;
+        }
         return true;
     }
     if (MayBeginModalLoop(sent.message)) {

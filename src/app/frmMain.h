@@ -47,6 +47,9 @@ public:
     // Ends the program; a run in progress is cancelled first.
     void Unload();
 
+    // True from the click that starts a run until its result is shown.
+    bool IsRunning() const { return Running_; }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QSessionManager>
 #include <QTimer>
 #include <algorithm>
 #include <iostream>
@@ -71,6 +72,17 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
     };
 }
 
+// A unit that is half programmed is of no use, so the session does not end in a run. The system waits for the
+// answer: nothing may be done here but to give it.
+void KeepSessionInRuns(const QApplication& application, burnwick::frmMain& window) {
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window,
+                     [&window](QSessionManager& session) {
+                         if (window.IsRunning()) {
+                             session.cancel();
+                         }
+                     });
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -88,6 +100,7 @@ int main(int argc, char* argv[]) {
     WindowServices services = ServicesOn(*loop, *shell);
     modUtility::SetIniPath(services.ProgramFolder / "Burnwick.ini");
     frmMain window(services);
+    KeepSessionInRuns(application, window);
     const auto interrupt = CatchInterrupts(*loop, [&window] { window.Unload(); });
     QTimer::singleShot(0, &window, [&window] {
         if (!window.Form_Load()) {

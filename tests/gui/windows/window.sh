@@ -41,6 +41,11 @@ start_small_unit() {
 
 # == What the user does, and sees
 
+# Fails when a program does not agree.
+end_session() {
+    wine wineboot --end-session
+}
+
 caption_of() {
     xdotool getwindowname "$1"
 }
@@ -128,6 +133,20 @@ it_cannot_be_closed_while_blocks_are_sent() {
     expect_end "$program" 0
 }
 
+it_refuses_the_end_of_the_session_while_blocks_are_sent() {
+    local status=0
+    start_slow_unit
+    start_program "$(windows_path "$station/image.bin")"
+    expect "the mark of a programming" Yes setting Status Programming
+    end_session || status=$?
+    [ "$status" = 1 ] || complain "  the end of the session was not refused" "    status: $status"
+    expect_programmed
+    expect_success "the unit holds the image" cmp "$station/image.bin" "$station/line.flash"
+    expect_success "the session can end" end_session
+    expect_end "$program" 0
+    expect "the mark of a programming" No setting Status Programming
+}
+
 a_second_copy_brings_the_first_to_the_front() {
     start_program
     xev -name Elsewhere >/dev/null 2>&1 &
@@ -182,6 +201,7 @@ behaviours=(
     it_programs_and_verifies_the_image_that_it_is_started_with
     it_reads_a_unit_out
     it_cannot_be_closed_while_blocks_are_sent
+    it_refuses_the_end_of_the_session_while_blocks_are_sent
     a_second_copy_brings_the_first_to_the_front
     it_copies_the_image_into_another_folder
     its_dialogs_can_be_opened_and_closed

@@ -94,8 +94,13 @@ private:
     static LRESULT CALLBACK Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
                                  DWORD_PTR menu) {
         constexpr WPARAM withoutDetails = 0xFFF0;
-        const bool isClose = message == WM_SYSCOMMAND && (wParam & withoutDetails) == SC_CLOSE;
-        if (isClose && reinterpret_cast<const WindowMenu*>(menu)->CloseIsGreyed()) {
+        const WPARAM command = message == WM_SYSCOMMAND ? wParam & withoutDetails : 0;
+        if (command == SC_CLOSE && reinterpret_cast<const WindowMenu*>(menu)->CloseIsGreyed()) {
+            return 0;
+        }
+        // The system may refuse a command that its menu does not have; the taskbar's click is one.
+        if (command == SC_RESTORE && IsIconic(window) != FALSE) {
+            ShowWindow(window, SW_RESTORE);
             return 0;
         }
         return DefSubclassProc(window, message, wParam, lParam);

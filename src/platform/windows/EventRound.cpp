@@ -54,18 +54,28 @@ void HandleEvents(const Deliveries& deliveries, bool wait) {
 }
 
 // Messages with which a window may go into a loop of the system, from which its procedure comes back when the
-// user lets go of the mouse.
-bool MayBeginModalLoop(UINT message) {
-    switch (message) {
+// user lets go of the mouse. Alt+Space is the toolkit's own: it opens the menu without a command.
+bool MayBeginModalLoop(const MSG& message) {
+    switch (message.message) {
         case WM_SYSCOMMAND:
         case WM_ENTERSIZEMOVE:
         case WM_ENTERMENULOOP:
+        case WM_ENTERIDLE:
+        case WM_CONTEXTMENU:
         case WM_NCLBUTTONDOWN:
-        case WM_NCRBUTTONDOWN:
             return true;
+        case WM_SYSKEYDOWN:
+            return message.wParam == VK_SPACE;
         default:
             return false;
     }
+}
+
+bool IsInLoopOfTheSystem() {
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    constexpr DWORD loops = GUI_INMOVESIZE | GUI_INMENUMODE | GUI_SYSTEMMENUMODE | GUI_POPUPMENUMODE;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &thread) != FALSE && (thread.flags & loops) != 0;
 }
 
 // While a button of the title bar is held down, the system waits for the mouse in a loop that hears nothing
@@ -80,14 +90,40 @@ bool ActsAtOnce(const MSG& message) {
                   != FALSE;
 }
 
+bool IsOnCaption(const MSG& message) {
+    return message.wParam == HTCAPTION || message.wParam == HTSYSMENU;
+}
+
+// The right button is waited for in the same way. In a run its press does nothing, and its release asks for
+// the menu.
+bool TakesRightButton(const MSG& message) {
+    if (!IsOnCaption(message)) {
+        return false;
+    }
+    if (message.message == WM_NCRBUTTONUP) {
+        PostMessageW(message.hwnd, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(message.hwnd), message.lParam);
+    }
+    return message.message == WM_NCRBUTTONDOWN || message.message == WM_NCRBUTTONUP;
+}
+
+// Whoever presses the title bar may want to click twice: the system waits for that, up to half a second, or
+// until the mouse moves.
+void BeginDragAtOnce(const MSG& message) {
+    if (message.message == WM_NCLBUTTONDOWN && message.wParam == HTCAPTION) {
+        POINT place{static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
+        ScreenToClient(message.hwnd, &place);
+        PostMessageW(message.hwnd, WM_MOUSEMOVE, 0, MAKELPARAM(place.x, place.y));
+    }
+}
+
 // A run must go on while the user holds the window by its title bar: a unit that is half programmed does not
 // wait. So the events are handled on a fiber of their own, the guest. When a loop of the system holds that
 // one, the bell rings in there, and the thread goes over to the fiber of the program, the host, in the midst
 // of it: to the host its Yield is over. The next Yield lets the guest go on where it was.
 //
 // The system's loop has its place on the thread's kernel stack, and whatever was called before it must not
-// return before it does. The host's Yield stands in no call of the system: Qt queues what the user does, and
-// hands it out of its own loop.
+// return before it does. The host's Yield stands in no call of the system as a rule: Qt queues what the user
+// does, and hands it out of its own loop. Where a loop of the system has called it, it stays on its fiber.
 class FiberRound final : public EventRound, private QAbstractNativeEventFilter {
 public:
     FiberRound();
@@ -154,7 +190,7 @@ void FiberRound::Run(bool wait) {
     const WatchRound watches([this] { WantHost(); });
     // What has come in by now comes before the ticks that are due with it.
     wait = !watches.LookAtAll() && wait;
-    if (OnGuest_ || Guest_ == nullptr) {
+    if (OnGuest_ || Guest_ == nullptr || (!GuestIsBusy_ && IsInLoopOfTheSystem())) {
         RunDirectly(wait);
     } else if (!GuestIsBusy_ || wait || Clock::now() - HostSince_ >= ModalBell::Interval) {
         Wait_ = wait;
@@ -164,7 +200,7 @@ void FiberRound::Run(bool wait) {
     watches.LookAtAll();
 }
 
-// On the guest, in what an event has called; or on a thread that has no fibers.
+// On the guest, in what an event has called; in a loop of the system; or on a thread that has no fibers.
 void FiberRound::RunDirectly(bool wait) {
     struct Nesting {
         explicit Nesting(int& depth) : Depth(depth) { ++Depth; }
@@ -186,10 +222,15 @@ void FiberRound::LetGuestGoOn() {
     SwitchToFiber(Guest_);
     OnGuest_ = false;
     HostSince_ = Clock::now();
-    if (GuestIsBusy_ && !std::exchange(HandOverIsQueued_, true)) {
+    if (!GuestIsBusy_) {
+        return;
+    }
+    if (!std::exchange(HandOverIsQueued_, true)) {
         QMetaObject::invokeMethod(
             &Receiver_, [this] { HandOver(); }, Qt::QueuedConnection);
     }
+    // The program's own loop would take all input that waits, the button's release too, before it hands over.
+    QAbstractEventDispatcher::instance()->interrupt();
 }
 
 // Nothing may be thrown out of a fiber: the host throws on what the guest has caught.
@@ -219,16 +260,17 @@ bool FiberRound::nativeEventFilter(const QByteArray& /*type*/, void* message, qi
     if (!HostMayGoOn()) {
         return false;
     }
-    if (ActsAtOnce(sent)) {
+    if (ActsAtOnce(sent) || TakesRightButton(sent)) {
         // Nobody asks for one when the message comes out of the queue.
         if (result != nullptr) {
             *result = 0;
         }
         return true;
     }
-    if (MayBeginModalLoop(sent.message)) {
+    if (MayBeginModalLoop(sent)) {
         Bell_.Start();
     }
+    BeginDragAtOnce(sent);
     return false;
 }
 

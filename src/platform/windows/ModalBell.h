@@ -9,9 +9,9 @@
 
 namespace burnwick {
 
-// Rings every few milliseconds in a loop that the system itself runs on this thread (while a window is
-// dragged, a menu of the system is open or a button of the title bar is held down), and only there. Costs
-// nothing until it is started.
+// Rings every few milliseconds, as coarse as the system's clock is, in a loop that the system itself runs on
+// this thread (while a window is dragged or a menu of the system is open), and only there. A loop that takes
+// nothing but the mouse does not hear it. Costs nothing until it is started.
 class ModalBell final : public QAbstractNativeEventFilter {
 public:
     static constexpr auto Interval = std::chrono::milliseconds(10);

@@ -24,9 +24,12 @@ public:
 
     int Entered = 0;  // loops of the system
     int Left = 0;
+    int Idle = 0;         // times that a menu or a dialog of the system had nothing to do
     int Activations = 0;  // of the title bar: drawn as the active window's
     int Deactivations = 0;
     int Closings = 0;
+    int Marks = 0;  // that were posted
+    static constexpr UINT Mark = WM_APP + 1;
 
 private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) override {
@@ -43,8 +46,14 @@ private:
             case WM_EXITMENULOOP:
                 ++Left;
                 break;
+            case WM_ENTERIDLE:
+                ++Idle;
+                break;
             case WM_NCACTIVATE:
                 ++(sent.wParam != 0 ? Activations : Deactivations);
+                break;
+            case Mark:
+                ++Marks;
                 break;
             case WM_CLOSE:
                 ++Closings;

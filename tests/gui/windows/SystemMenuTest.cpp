@@ -28,7 +28,16 @@ class SystemMenuTest : public testing::Test {
 protected:
     SystemMenuTest() { Settle(); }
 
-    void Settle() const { YieldFor(*Loop_, 20ms); }
+    // Until what was posted before has been handled: messages come in their order.
+    void Settle() const {
+        const int before = Window_.Marks;
+        Window_.Post(NativeWindow::Mark, 0);
+        const auto end = Loop_->MillisecondClock() + 10s;
+        while (Window_.Marks == before && Loop_->MillisecondClock() < end) {
+            Loop_->Yield(100ms);
+        }
+        EXPECT_GT(Window_.Marks, before);
+    }
     HMENU SystemsOwn() const { return GetSystemMenu(Window_.Handle(), FALSE); }
     UINT StateOf(UINT number) const { return GetMenuState(SystemsOwn(), number, MF_BYCOMMAND); }
     bool Has(UINT number) const { return StateOf(number) != NotThere; }
@@ -201,6 +210,16 @@ TEST_F(SystemMenuTest, OtherCommandsAreCarriedOutWhileCloseIsGreyed) {
     Window_.Post(WM_SYSCOMMAND, SC_MINIMIZE);
     Settle();
     EXPECT_TRUE(IsIconic(Window_.Handle()));
+}
+
+TEST_F(SystemMenuTest, AMinimizedWindowComesBackWithoutACommandForIt) {
+    Menu_->Delete(SystemCommand::Restore);
+    Window_.showMinimized();
+    Settle();
+    ASSERT_TRUE(IsIconic(Window_.Handle()));
+    Window_.Post(WM_SYSCOMMAND, SC_RESTORE);
+    Settle();
+    EXPECT_FALSE(IsIconic(Window_.Handle()));
 }
 
 TEST_F(SystemMenuTest, AnotherWindowCanBeClosed) {

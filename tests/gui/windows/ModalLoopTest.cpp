@@ -327,7 +327,7 @@ TEST_F(PressedButtonTest, ClosesAtOnce) {
     EXPECT_EQ(Window_.Closings, 1);
 }
 
-TEST_F(PressedButtonTest, OfTheMouseDoesNotHoldTheRunOnTheRight) {
+TEST_F(PressedButtonTest, TheRightOneOfTheMouseHoldsNothing) {
     int calls = 0;
     const auto timer = Loop_->NewTimer(20ms, [&] { ++calls; });
     timer->SetEnabled(true);
@@ -338,7 +338,7 @@ TEST_F(PressedButtonTest, OfTheMouseDoesNotHoldTheRunOnTheRight) {
     EXPECT_FALSE(SystemHolds());
 }
 
-TEST_F(PressedButtonTest, OfTheMouseOpensTheMenuWhenItIsLetGoOnTheRight) {
+TEST_F(PressedButtonTest, TheRightOneOfTheMouseOpensTheMenuWhenItIsLetGo) {
     Window_.Post(WM_NCRBUTTONDOWN, HTCAPTION, Caption());
     Window_.Post(WM_NCRBUTTONUP, HTCAPTION, Caption());
     while (Window_.Entered == 0) {

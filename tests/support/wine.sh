@@ -7,6 +7,8 @@ unset WINEPREFIX WINEARCH WINESERVER WINELOADER
 prepare_wine() {
     export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
     mkdir "$WINEPREFIX"
+    # One server for all of it: a program that comes while one is ending finds none.
+    in_wine wineserver -p
     in_wine wineboot --init
     # Wine's own names for the fonts of windows and of listings are none that the toolkit finds.
     local of

@@ -10,7 +10,6 @@
 #include <thread>
 #include <vector>
 
-#include "bench/AwakeCores.h"
 #include "bench/ChildProcess.h"
 #include "bench/LinkRun.h"
 #include "bench/LogCost.h"
@@ -75,8 +74,6 @@ Figures MeasureRepaints(const fs::path& folder, const fs::path& image) {
     std::vector<double> windows;
     std::vector<double> links;
     std::vector<double> ratios;
-    // The system carries bytes from one end of the line to the other on whichever core it likes.
-    const AwakeCores awake;
     for (int pair = 0; pair < Pairs; ++pair) {
         std::this_thread::sleep_for(RestBefore);
         const OneCore oneCore;

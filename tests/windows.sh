@@ -41,7 +41,7 @@ quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwic
 packaging/windows/qt.sh build/windows-qt
 quietly cmake --preset windows
 quietly cmake --build --preset windows
-[ -n "${BURNWICK_NO_TIDY-}" ] || quietly tests/windows_tidy.sh
+quietly tests/windows_tidy.sh
 mkdir -p build/windows/pictures
 
 # needs_windows_alone PROGRAM: Windows' own libraries, and no other. What they are called there never changes.

@@ -12,11 +12,20 @@ link=$1
 toolchain=$(cd "$(dirname "$0")/../../cmake" && pwd)/windows-toolchain.cmake
 version=$(dpkg-query --show --showformat='${source:Version}' qt6-base-dev)
 
-# Burnwick has no database, no printer and no connection but its own. Of the libraries, Qt brings what it needs.
+# What Burnwick has no use for. Of the libraries that are left, Qt brings what it needs.
 without=(
-    brotli concurrent dbus gif glib gssapi icu jpeg libproxy opengl openssl printsupport schannel sql sspi
-    tabletevent vulkan xml zstd
+    # No database, no printer, no connection but the one to another copy of itself.
+    concurrent dbus sql printsupport xml
+    brotli dnslookup dtls gssapi http libproxy networkdiskcache networklistmanager networkproxy ocsp openssl schannel
+    socks5 sspi ssl topleveldomain udpsocket zstd
+    # No scenes, no pens, no pages; fonts are drawn by the system.
+    freetype gif glib graphicsview icu jpeg movie opengl pdf tabletevent textmarkdownreader textmarkdownwriter
+    textodfwriter tuiotouch undocommand vulkan
     direct2d directwrite directwrite3  # is not for this compiler; fonts are drawn without them as well
+    # None of these in its windows.
+    calendarwidget columnview commandlinkbutton datawidgetmapper datetimeedit dial errormessage fontcombobox fontdialog
+    keysequenceedit lcdnumber mdiarea progressdialog scroller splashscreen toolbox wizard
+    hijricalendar islamiccivilcalendar jalalicalendar
     system_doubleconversion system_freetype system_harfbuzz system_jpeg system_libb2 system_pcre2 system_png
     system_textmarkdownreader system_zlib
 )
@@ -28,8 +37,8 @@ for feature in "${without[@]}"; do
 done
 
 # Whatever makes another Qt makes another name.
-compiler=$(dpkg-query --show --showformat='${Version}' g++-mingw-w64-x86-64-posix)
-made_of=$(printf '%s\n' "$compiler" "${options[@]}" | sha256sum | cut -c 1-12)
+compiler=$(dpkg-query --show --showformat='${Version} ' g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev)
+made_of=$({ printf '%s\n' "$compiler" "${options[@]}" && sed '/^#/d' "$toolchain"; } | sha256sum | cut -c 1-12)
 cache=${XDG_CACHE_HOME:-${HOME:-/var/tmp}/.cache}/burnwick
 prefix=$cache/qt-windows-$version-$made_of
 
@@ -48,17 +57,20 @@ sources() {
     set -- -o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$apt/sources" -o "Dir::State::Lists=$apt/lists" \
         -o "Dir::Cache=$apt/cache" -o APT::Sandbox::User=root
     apt-get "$@" update
-    apt-get "$@" --download-only source "qt6-base=$version"
+    apt-get "$@" --download-only source "qt6-base=$version" || {
+        echo "The sources of qt6-base $version cannot be had. If there are newer ones, upgrade qt6-base-dev."
+        return 1
+    }
     # What was loaded has been held against the signed list.
     dpkg-source --no-check --extract ./*.dsc source
 }
 
+# Neither the library nor the programs made with it tell of the folder where that happened.
 build() {
-    sources
-    cmake -G Ninja -S source -B build -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_INSTALL_PREFIX="$prefix.part" \
-        "${options[@]}"
+    cmake -G Ninja -S source -B build -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_INSTALL_PREFIX=/qt \
+        "-DCMAKE_C_FLAGS=-ffile-prefix-map=$PWD=." "-DCMAKE_CXX_FLAGS=-ffile-prefix-map=$PWD=." "${options[@]}"
     cmake --build build
-    cmake --install build
+    cmake --install build --prefix "$prefix.part"
 }
 
 if [ ! -d "$prefix" ]; then
@@ -74,13 +86,20 @@ if [ ! -d "$prefix" ]; then
     trap 'rm -rf "$work"' EXIT
     cd "$work"
     rm -rf "$prefix.part"
-    if ! (set -e; build) >"$cache/qt-windows.log" 2>&1 </dev/null; then
+    set +e
+    (set -e; sources; build) >"$cache/qt-windows.log" 2>&1 </dev/null
+    status=$?
+    set -e
+    if [ "$status" -ne 0 ]; then
         tail -n 40 "$cache/qt-windows.log" >&2
         echo "Qt for Windows could not be built: $cache/qt-windows.log tells all." >&2
         exit 1
     fi
     mv "$prefix.part" "$prefix"
     cd - >/dev/null
+    # What nobody has asked for in a month.
+    find "$cache" -mindepth 1 -maxdepth 1 -type d -mtime +30 -exec rm -rf {} +
 fi
+touch "$prefix"
 mkdir -p "$(dirname "$link")"
 ln -sfn "$prefix" "$link"

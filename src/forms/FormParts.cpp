@@ -1,5 +1,6 @@
 #include "forms/FormParts.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QIcon>
 #include <QLabel>
@@ -29,6 +30,14 @@ void NameControls(QWidget& form) {
             if (control->accessibleDescription().isEmpty()) {
                 control->setAccessibleDescription(Shown(*control));
             }
+        }
+    }
+}
+
+void FinishClicks(const QWidget& form) {
+    for (QAbstractButton* const option : form.findChildren<QAbstractButton*>()) {
+        if (option->isCheckable() && option->isDown()) {
+            option->click();
         }
     }
 }

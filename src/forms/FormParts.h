@@ -14,6 +14,10 @@ namespace burnwick {
 // is its caption.
 void NameControls(QWidget& form);
 
+// The shortcut of an option holds it down for a moment before it is clicked. Whoever takes OK for an answer
+// sooner has clicked it all the same.
+void FinishClicks(const QWidget& form);
+
 // Shows a text, to screen readers too.
 void ShowText(QLabel& label, const std::string& text);
 

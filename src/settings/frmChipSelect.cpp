@@ -31,6 +31,7 @@ int frmChipSelect::UploadBlocks() const {
 }
 
 void frmChipSelect::cmdOK_Click() {
+    FinishClicks(*this);
     WriteChipIndex(Write_, SelectedIndex());
     accept();
 }

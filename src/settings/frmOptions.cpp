@@ -45,6 +45,7 @@ void frmOptions::LoadSettings() {
 }
 
 void frmOptions::cmdOK_Click() {
+    FinishClicks(*this);
     {
         const Hourglass hourglass;
         StoreFileType();

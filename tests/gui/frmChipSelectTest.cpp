@@ -138,6 +138,13 @@ TEST_F(frmChipSelectTest, SelectsASizeByItsShortcutKey) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return IsSelected(0); }));
 }
 
+TEST_F(frmChipSelectTest, TakesASizeWhoseShortcutKeyIsFollowedByEnterAtOnce) {
+    Press(Qt::Key_1, Qt::AltModifier);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(UploadBlocks(), 256);
+    EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "0"}}));
+}
+
 TEST_F(frmChipSelectTest, SelectsTheNextSizeByAnArrowKey) {
     Press(Qt::Key_Down);
     EXPECT_THAT(Selected(), ::testing::ElementsAre(3));

@@ -124,6 +124,12 @@ TEST_F(frmOptionsTest, PutsBothOnTheDesktopAndStoresAllOnOK) {
     EXPECT_FALSE(Form().isVisible());
 }
 
+TEST_F(frmOptionsTest, TakesAnOptionWhoseShortcutKeyIsFollowedByEnterAtOnce) {
+    Press(Qt::Key_A, Qt::AltModifier);
+    Press(Qt::Key_Return);
+    EXPECT_THAT(Done, ::testing::Contains("Options/LogOption=&All"));
+}
+
 TEST_F(frmOptionsTest, TakesBothFromTheDesktopOnOK) {
     Stored = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "Yes"}, {"Options/Verify", "1"}};
     Tick("chkVerify");

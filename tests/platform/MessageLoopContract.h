@@ -33,7 +33,8 @@ TEST_P(MessageLoopContract, AWaitUsesNextToNoProcessor) {
     YieldFor(*Loop_, 20ms);
     const auto before = ProcessorTime();
     EXPECT_LT(YieldFor(*Loop_, 300ms), 5);
-    EXPECT_LT(ProcessorTime() - before, 20ms);
+    // A system may tell it in ticks of 10 to 16 ms.
+    EXPECT_LT(ProcessorTime() - before, 60ms);
 }
 
 TEST_P(MessageLoopContract, AYieldOfNoTimeReturnsAtOnce) {

@@ -159,7 +159,8 @@ TEST_F(ComDeviceTest, ChangesTheSpeedWhileOpen) {
 }
 
 TEST_F(ComDeviceTest, ClosingPutsTheLinesSettingsBack) {
-    const auto path = L"\\\\.\\" + std::wstring(Line_.Near().begin(), Line_.Near().end());
+    const auto name = Line_.Near();
+    const auto path = L"\\\\.\\" + std::wstring(name.begin(), name.end());
     const auto speed = [&path] {
         const UniqueHandle port(
             CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));

@@ -10,7 +10,6 @@ source "$(dirname "$0")/real_screen.sh"
 
 clipboard_text=$(realpath "$1")
 shift
-elsewhere=
 
 # == The units, and what the user does
 
@@ -23,21 +22,6 @@ release_unit() {
     kill -CONT "$unit"
 }
 
-expect_programmed() {
-    expect "the caption at the end" 'Burnwick - Programming was completed successfully' caption_of "${1-$window}"
-}
-
-expect_sending() {
-    expect "the mark of a programming" Yes setting Status Programming
-}
-
-# By its own command; what it keeps in memory then is told by those builds that look for it.
-leave_program() {
-    activate "$window"
-    xdotool key alt+q
-    expect_end "$program" 0
-}
-
 # Its run, if there is one, is cancelled.
 end_program() {
     kill -TERM "$program"
@@ -45,31 +29,7 @@ end_program() {
     expect "the mark of a programming" No setting Status Programming
 }
 
-# look_elsewhere: the user works in another window.
-look_elsewhere() {
-    if [ -z "$elsewhere" ]; then
-        xev -name Elsewhere >/dev/null 2>&1 &
-        expect "another window" '[0-9]*' xdotool search --onlyvisible --name '^Elsewhere$'
-        elsewhere=$found
-    fi
-    activate "$elsewhere"
-}
-
-activate() {
-    xdotool windowactivate "$1"
-    expect "the active window" "$1" xdotool getactivewindow
-}
-
 # == What can be seen from outside
-
-# property WINDOW NAME
-property() {
-    xprop -id "$1" -notype "$2"
-}
-
-caption_of() {
-    property "$1" _NET_WM_NAME | sed 's/^[^"]*"//; s/"$//'
-}
 
 # Very large ones are not shown.
 icons_of() {
@@ -108,10 +68,6 @@ calls_of() {
 # Every section and key, each once, however many copies have written them.
 setting_names() {
     tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -F= '/^\[/ { section = $0 } /=/ { print section, $1 }' | sort
-}
-
-log_lines() {
-    tr -d '\r' <"$BURNWICK_HOME/Burnwick.log" | grep "$1"
 }
 
 # What the window's display shows.

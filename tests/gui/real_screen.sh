@@ -127,6 +127,51 @@ setting() {
         inside && index($0, key) == 1 { print substr($0, length(key) + 1) }'
 }
 
+# == What the user does, and what can be seen from outside
+
+expect_programmed() {
+    expect "the caption at the end" 'Burnwick - Programming was completed successfully' caption_of "${1-$window}"
+}
+
+expect_sending() {
+    expect "the mark of a programming" Yes setting Status Programming
+}
+
+# By its own command; what it keeps in memory then is told by those builds that look for it.
+leave_program() {
+    activate "$window"
+    xdotool key alt+q
+    expect_end "$program" 0
+}
+
+# look_elsewhere: the user works in another window.
+look_elsewhere() {
+    if [ -z "$elsewhere" ]; then
+        xev -name Elsewhere >/dev/null 2>&1 &
+        expect "another window" '[0-9]*' xdotool search --onlyvisible --name '^Elsewhere$'
+        elsewhere=$found
+    fi
+    activate "$elsewhere"
+}
+
+activate() {
+    xdotool windowactivate "$1"
+    expect "the active window" "$1" xdotool getactivewindow
+}
+
+# property WINDOW NAME
+property() {
+    xprop -id "$1" -notype "$2"
+}
+
+caption_of() {
+    property "$1" _NET_WM_NAME | sed 's/^[^"]*"//; s/"$//'
+}
+
+log_lines() {
+    tr -d '\r' <"$BURNWICK_HOME/Burnwick.log" | grep "$1"
+}
+
 # == Screen, bus, and one behaviour after the other
 
 # Ends all that this shell has started. A behaviour ends what it has started by itself.
@@ -215,6 +260,7 @@ run_behaviours() {
 }
 
 running=
+elsewhere=
 work=$(mktemp -d)
 station=$work
 trap 'end_all; rm -rf "$work"' EXIT

@@ -10,6 +10,7 @@ prepare_wine() {
     # One server for all of it: a program that comes while one is ending finds none.
     in_wine wineserver -p
     in_wine wineboot --init
+    in_wine wine winecfg -v win10
     # Wine's own names for the fonts of windows and of listings are none that the toolkit finds.
     local of
     for of in Menu Message Status; do

@@ -4,7 +4,7 @@
 # at it from outside only. Simulated units are on its ports. Runs every behaviour, or those that are named; prints those
 # that failed, and ends with 0 when there is none. Pictures go into the folder "pictures" beside the program's own.
 # The behaviours are called by their names.
-# shellcheck disable=SC2317
+# shellcheck disable=SC2119,SC2317
 # shellcheck source=tests/gui/real_screen.sh
 source "$(dirname "$(dirname "$(realpath "$0")")")/real_screen.sh"
 # shellcheck source=tests/support/wine.sh
@@ -14,6 +14,7 @@ only_failures=yes
 # shellcheck disable=SC2034
 patience=60
 pictures=$(dirname "$(dirname "$burnwick")")/pictures
+packaging=$(realpath "$(dirname "$(realpath "$0")")/../../../packaging/windows")
 
 # == The program under wine
 
@@ -46,17 +47,14 @@ end_session() {
     wine wineboot --end-session
 }
 
-caption_of() {
-    xdotool getwindowname "$1"
-}
-
-log_lines() {
-    tr -d '\r' <"$BURNWICK_HOME/Burnwick.log" | grep "$1"
-}
-
+# As often as it takes: wine lets nobody in while a dialog is closing.
 activate() {
+    expect "the active window" "$1" activated "$1"
+}
+
+activated() {
     xdotool windowactivate "$1"
-    expect "the active window" "$1" xdotool getactivewindow
+    xdotool getactivewindow
 }
 
 # await NAME: a window of this name is the active one. It is $found then.
@@ -65,21 +63,30 @@ await() {
     expect "the active window" "$found" xdotool getactivewindow
 }
 
-# picture NAME [WINDOW]: of the window as it is on the screen, its frame included.
+# picture NAME [WINDOW]: of the window as it is on the screen, its frame included, when it has come to rest.
 picture() {
-    sleep 0.3
-    import -frame -window "${2-$window}" "$pictures/$1.png"
+    local tries before now=none
+    for ((tries = 0; tries < 10; tries++)); do
+        before=$now
+        import -frame -window "${2-$window}" "$pictures/$1.png"
+        now=$(identify -format '%#' "$pictures/$1.png")
+        [ "$now" != "$before" ] || return 0
+    done
 }
 
-expect_programmed() {
-    expect "the caption at the end" 'Burnwick - Programming was completed successfully' caption_of "$window"
+# listen: the screen's bell is heard from now on.
+listen() {
+    echo 'Bell() printEvent' >"$station/bell.conf"
+    stdbuf -oL xkbevd -cfg "$station/bell.conf" >"$station/bell.log" 2>&1 &
+    expect_success "a listener to the bell" grep -q audible "$station/bell.log"
 }
 
-leave_program() {
-    activate "$window"
-    xdotool key alt+q
-    expect_end "$program" 0
-    expect "the mark of a programming" No setting Status Programming
+window_on_top() {
+    printf '%d' "$(xprop -root _NET_CLIENT_LIST_STACKING | grep -o '0x[0-9a-f]*$')"
+}
+
+rings() {
+    grep -c 'no name$' "$station/bell.log"
 }
 
 # == The behaviours
@@ -107,8 +114,7 @@ it_programs_and_verifies_the_image_that_it_is_started_with() {
 
 it_reads_a_unit_out() {
     "$burnwick_sample" "$station/line.flash" --type 64k
-    truncate -s 131072 "$station/line.flash"
-    start_unit line --size 131072
+    start_unit line --size 65536
     start_program
     xdotool key alt+u
     await '^Select Chip Size$'
@@ -127,7 +133,7 @@ it_reads_a_unit_out() {
 it_cannot_be_closed_while_blocks_are_sent() {
     start_slow_unit
     start_program "$(windows_path "$station/image.bin")"
-    expect "the mark of a programming" Yes setting Status Programming
+    expect_sending
     xdotool key alt+F4
     picture sending
     expect_programmed
@@ -140,7 +146,7 @@ it_refuses_the_end_of_the_session_while_blocks_are_sent() {
     local status=0
     start_slow_unit
     start_program "$(windows_path "$station/image.bin")"
-    expect "the mark of a programming" Yes setting Status Programming
+    expect_sending
     end_session || status=$?
     [ "$status" = 1 ] || complain "  the end of the session was not refused" "    status: $status"
     expect_programmed
@@ -152,11 +158,60 @@ it_refuses_the_end_of_the_session_while_blocks_are_sent() {
     expect "the mark of a programming" No setting Status Programming
 }
 
+it_tells_of_an_adapter_that_is_pulled_out_of_a_run() {
+    start_slow_unit
+    start_program "$(windows_path "$station/image.bin")"
+    look_elsewhere
+    expect "the percentage" 'Burnwick - [1-9]*%' caption_of "$window"
+    { kill -KILL "$unit" && wait "$unit"; } 2>/dev/null || true
+    expect "the box" '[0-9]*' windows_of - '^Transmitting Error$'
+    picture pulled_out "$found"
+    activate "$found"
+    xdotool key Return
+    expect "the mark of a programming" No setting Status Programming
+    expect "the record's status" 'Status: Transmitting error.' log_lines ^Status
+    activate "$window"
+    rm "$station/line"
+    start_unit line --size 65536
+    xdotool key alt+d
+    await '^Open Burnwick File$'
+    xdotool type "$(windows_path "$station/image.bin")"
+    xdotool key Return
+    expect_programmed
+    expect_success "the unit holds the image" cmp "$station/image.bin" "$station/line.flash"
+    leave_program
+}
+
+a_run_that_ends_in_the_background_rings_and_is_told_of() {
+    start_small_unit
+    kill -STOP "$unit"
+    listen
+    start_program "$(windows_path "$station/image.bin")"
+    look_elsewhere
+    expect "the bell before" 0 rings
+    kill -CONT "$unit"
+    expect_programmed
+    expect "the bell" '[1-9]*' rings
+    # Wine shows icons beside the clock in a window of its own, for there is no taskbar.
+    expect "the notification's icon" '[0-9]*' windows_of - '^Wine System Tray$'
+    leave_program
+}
+
 a_second_copy_brings_the_first_to_the_front() {
     start_program
-    xev -name Elsewhere >/dev/null 2>&1 &
-    expect "another window" '[0-9]*' xdotool search --onlyvisible --name '^Elsewhere$'
-    activate "$found"
+    look_elsewhere
+    expect "the window on top" "$elsewhere" window_on_top
+    start_copy
+    expect_end "$copy" 0
+    # Wine asks for the keyboard with the time of its last message, and the screen has given it away since then.
+    expect "the window on top" "$window" window_on_top
+    leave_program
+}
+
+a_second_copy_brings_a_minimized_one_back() {
+    start_program
+    xdotool windowminimize "$window"
+    expect "no window on the screen" '' windows_of - '^Burnwick'
     start_copy
     expect_end "$copy" 0
     expect "the active window" "$window" xdotool getactivewindow
@@ -204,14 +259,77 @@ END
     leave_program
 }
 
+# offer_return PATTERN: presses Return while $page is the active window, and looks for a window that comes after it.
+offer_return() {
+    [ "$(xdotool getactivewindow)" != "$page" ] || xdotool key Return
+    next_window "$1" >/dev/null
+}
+
+# Boxes have their program's title.
+next_window() {
+    windows_of - "$1" | grep -vx "$page"
+}
+
+# start_page PATTERN COMMAND...: what it runs is $page_program, its window $page.
+start_page() {
+    wine "${@:2}" >>"$station/program.log" 2>&1 </dev/null &
+    page_program=$!
+    await "$1"
+    page=$found
+}
+
+# uninstall_with KEY: the answer to what becomes of settings and log.
+uninstall_with() {
+    start_page '^Uninstall Burnwick' "$folder/Uninstall.exe"
+    picture uninstall "$page"
+    expect_success "the question" offer_return '^Uninstall Burnwick'
+    found=$(next_window '^Uninstall Burnwick')
+    activate "$found"
+    picture uninstall_question "$found"
+    xdotool key "$1"
+    expect_success "the program is gone" test ! -e "$folder/Burnwick.exe"
+    picture uninstalled "$page"
+    activate "$page"
+    xdotool key Return
+    expect "no window of the uninstaller" '' windows_of - '^Uninstall Burnwick'
+}
+
+it_is_installed_started_and_removed_with_a_few_clicks() {
+    local folder page page_program installer
+    "$packaging/package.sh" "$(dirname "$(dirname "$burnwick")")" "$station/packages"
+    installer=$(echo "$station/packages/"*-setup.exe)
+    folder=$(winepath -u "$(wine cmd /c 'echo %LOCALAPPDATA%' | tr -d '\r')")/Programs/Burnwick
+    # The program is the one that is installed, with the settings that are there.
+    unset BURNWICK_HOME
+    mkdir -p "$folder"
+    start_page '^Burnwick .*Setup' "$installer"
+    picture setup "$page"
+    expect_success "the program, by way of the last page" offer_return '^Burnwick$'
+    window=$(windows_of - '^Burnwick$')
+    expect_end "$page_program" 0
+    activate "$window"
+    xdotool key alt+q
+    expect "no window of the program" '' windows_of - '^Burnwick'
+    expect_success "settings" test -e "$folder/Burnwick.ini"
+    uninstall_with alt+n
+    expect_success "settings that are kept" test -e "$folder/Burnwick.ini"
+    expect_success "the installation" wine "$installer" /S
+    uninstall_with alt+y
+    expect_success "nothing that is left" test ! -e "$folder"
+}
+
 behaviours=(
     it_programs_and_verifies_the_image_that_it_is_started_with
     it_reads_a_unit_out
     it_cannot_be_closed_while_blocks_are_sent
     it_refuses_the_end_of_the_session_while_blocks_are_sent
+    it_tells_of_an_adapter_that_is_pulled_out_of_a_run
+    a_run_that_ends_in_the_background_rings_and_is_told_of
     a_second_copy_brings_the_first_to_the_front
+    a_second_copy_brings_a_minimized_one_back
     it_copies_the_image_into_another_folder
     its_dialogs_can_be_opened_and_closed
+    it_is_installed_started_and_removed_with_a_few_clicks
 )
 
 mkdir -p "$pictures"

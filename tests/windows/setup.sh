@@ -1,54 +1,11 @@
 #!/usr/bin/env bash
-# windows_setup.sh [BIN]: makes the packages for Windows of the programs in BIN (build/windows/bin), and installs, uses,
+# setup.sh [BIN]: makes the packages for Windows of the programs in BIN (build/windows/bin), and installs, uses,
 # upgrades and removes them under wine, in a prefix that is thrown away. Prints what fails, and one line at the end when
 # nothing did.
-set -euo pipefail
-cd "$(dirname "$0")/.."
-export CCACHE_NOHASHDIR=1 LC_ALL=C.UTF-8
-bin=$(realpath "${1-build/windows/bin}")
-native=$PWD/build/cli/bin
-work=$(mktemp -d)
-export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
-unset DISPLAY BURNWICK_HOME
-started=()
-# Seconds until something that should come is given up.
-patience=60
+# shellcheck source=tests/windows/trial.sh
+source "$(dirname "$0")/trial.sh"
+[ $# -eq 0 ] || bin=$(realpath "$1")
 
-leave() {
-    [ ${#started[@]} -eq 0 ] || kill "${started[@]}" 2>/dev/null || true
-    if [ -d "$WINEPREFIX" ]; then
-        wineserver -k 2>/dev/null || true
-        wineserver -w 2>/dev/null || true
-    fi
-    umount -l "$work/disk" 2>/dev/null || true
-    rm -rf "$work" || true
-}
-trap leave EXIT
-
-fail() {
-    printf '%s\n' "$@" >&2
-    exit 1
-}
-# quietly COMMAND...: prints what it said only when it failed.
-quietly() {
-    "$@" >"$work/said" 2>&1 || {
-        cat "$work/said" >&2
-        fail "This failed: $*"
-    }
-}
-# await WHAT COMMAND...: until it succeeds.
-await() {
-    local what=$1 limit=$((SECONDS + patience))
-    shift
-    until "$@" >/dev/null 2>&1; do
-        [ "$SECONDS" -lt "$limit" ] || fail "$what: waited for in vain."
-        sleep 0.1
-    done
-}
-# same WHAT EXPECTED FOUND
-same() {
-    [ "$2" = "$3" ] || fail "$1:" "expected: $2" "found:    $3"
-}
 present() {
     local path
     for path in "$@"; do
@@ -61,18 +18,9 @@ absent() {
         [ ! -e "$path" ] || fail "This should not be there: $path"
     done
 }
-# start_unit LINK OPTION...: a simulated unit behind that link.
-start_unit() {
-    "$native/burnwick-unit" --link "$1" "${@:2}" >"$1.log" 2>&1 &
-    started+=($!)
-    await "The line of a unit" test -e "$1"
-}
-
 # == Packages
 
-quietly cmake --preset cli
-quietly cmake --build --preset cli --target burnwick-cli burnwick-sample burnwick-unit
-quietly packaging/windows/package.sh "$(dirname "$bin")" "$work/out"
+quietly "$root/packaging/windows/package.sh" "$(dirname "$bin")" "$work/out"
 version=$("$native/burnwick-cli" --version)
 number=$(grep -oE '[0-9]+\.[0-9]+' <<<"$version" | head -n 1)
 same "The packages" "Burnwick-$number-portable.zip Burnwick-$number-setup.exe" "$(cd "$work/out" && echo *)"
@@ -81,20 +29,10 @@ installer=$work/out/Burnwick-$number-setup.exe
 
 # == A Windows
 
-start_unit "$work/line"
+start_unit "$work/line" --flash "$work/memory"
 start_unit "$work/slow" --pace
 slow_unit=${started[-1]}
-export HOME=$work/user
-mkdir "$WINEPREFIX" "$HOME" "$HOME/Desktop"
-quietly wineboot --init
-quietly wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
-quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$work/line"
-quietly wine reg add 'HKLM\Software\Wine\Ports' /v COM2 /d "$work/slow"
-# Ports are taken up when the server starts; one server then serves all that follows.
-quietly wineserver -k
-wineserver -w
-quietly wineserver -p
-quietly wine cmd /c exit
+start_windows COM1 "$work/line" COM2 "$work/slow"
 
 # variable NAME: what Windows has under it, as a path of this system.
 variable() {
@@ -218,7 +156,7 @@ absent "$(variable LOCALAPPDATA)/Burnwick/Burnwick.log"
 
 # == Upgraded
 
-printf '[Options]\r\nLogOption=&Summary\r\nMine=1\r\nDesktop=Yes\r\n' >"$default/Burnwick.ini"
+printf '[COMPort]\r\nCOM=1\r\nBaudRate=1\r\n[Options]\r\nLogOption=&Summary\r\nMine=1\r\nDesktop=Yes\r\n' >"$default/Burnwick.ini"
 cp "$default/Burnwick.ini" "$default/Burnwick.log" "$work"
 echo old >"$default/Burnwick.hlp"
 echo mine >"$default/notes.txt"
@@ -259,8 +197,19 @@ await "The window's settings" grep -q '^Programming=No' "$default/Burnwick.ini"
 await "The window's association" associated
 await "The window's shortcut" test -e "$desktop_link"
 refused 'Burnwick.exe is in use: Burnwick is running.' setup
-quietly wine taskkill /f /im Burnwick.exe
-await "The end of the window" ended Burnwick.exe
+close_window() {
+    quietly wine taskkill /f /im Burnwick.exe
+    await "The end of the window" ended Burnwick.exe
+}
+close_window
+# An image that is opened is programmed.
+mkdir "$work/образы 映像"
+image="$work/образы 映像/größe  €.bin"
+"$native/burnwick-sample" "$image" --type 64k
+quietly wine start /unix "$image"
+await "The unit with the image that was opened" cmp -n 65536 "$image" "$work/memory"
+await "The end of the run" grep -q '^Programming=No' "$default/Burnwick.ini"
+close_window
 setup || fail "The upgrade after the runs failed:" "$(cat "$work/setup.out")"
 
 # == Removed, and what is the user's stays
@@ -333,8 +282,8 @@ refused 'cannot be written' setup '/D=Z:\proc\Burnwick'
 
 # == A disk that gets full
 
-# Whoever may mount has one with room for one version and a half.
-if mkdir "$work/disk" && mount -t tmpfs -o "size=$((kilobytes * 3 / 2))k" none "$work/disk" 2>/dev/null; then
+# With room for one version and a half.
+if small_disk "$((kilobytes * 3 / 2))k" 'an upgrade on a disk that gets full'; then
     full="/D=Z:${work//\//\\}\\disk\\Burnwick"
     setup "$full" || fail "The installation on a small disk failed:" "$(cat "$work/setup.out")"
     echo old >"$work/disk/Burnwick/README.txt"

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Asks clang-tidy about the code that is Windows' own, in the way in which the cross build compiles it. Prints what it
-# finds, and fails when there is something. windows_tidy.sh [FILE...]: these files alone.
+# finds, and fails when there is something. tidy.sh [FILE...]: these files alone.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 build=build/windows
 compiler=x86_64-w64-mingw32-g++-posix
 

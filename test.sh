@@ -5,8 +5,8 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 jobs=$(nproc)
-# The presets debug and cli compile the same things: the second one is found in the cache.
-export CCACHE_NOHASHDIR=1
+# The presets debug and cli compile the same things, as do other checkouts: the second one is found in the cache.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 
 step() {
     printf '\n== %s (after %d s)\n' "$*" "$SECONDS"

@@ -3,7 +3,7 @@
 # of them at the same time. Prints what fails, and one line of each trial that went well.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-export CCACHE_NOHASHDIR=1 LC_ALL=C.UTF-8
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 LC_ALL=C.UTF-8
 bin=build/windows/bin
 native=build/cli/bin
 log=$(mktemp)

@@ -2,7 +2,7 @@
 # Sourced by what tries the programs for Windows: a folder $work that goes away at the end, with a user's home and a wine
 # prefix in it, simulated units, and words for what failed. $bin has the programs, $native this system's own.
 set -euo pipefail
-export CCACHE_NOHASHDIR=1 LC_ALL=C.UTF-8
+export LC_ALL=C.UTF-8
 root=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
 bin=$root/build/windows/bin
 native=$root/build/cli/bin

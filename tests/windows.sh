@@ -37,6 +37,7 @@ packaging/windows/qt.sh build/windows-qt
 step "Building windows"
 quietly cmake --preset windows
 quietly cmake --build --preset windows
+quietly cmake --build --preset windows --target windows_packages
 mkdir -p build/windows/pictures
 
 # needs_windows_alone PROGRAM: Windows' own libraries, and no other. What they are called there never changes.

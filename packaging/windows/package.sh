@@ -43,7 +43,14 @@ for_windows <"$root/LICENSE" >"$stage/LICENSE.txt"
 
 # What is linked into the programs wants its own licenses to go with them.
 third_party() {
-    local package
+    local package qt
+    qt=$(dpkg-query --show --showformat='${source:Version}' qt6-base-dev)
+    cat <<END
+Burnwick.exe has Qt in it, which the GNU Lesser General Public License 3 covers. It is that of Debian's source package
+qt6-base $qt (https://sources.debian.org/src/qt6-base/), without what Burnwick does not use. The source of
+Burnwick, which LICENSE.txt covers, builds it anew with another Qt: its file docs/building.md tells how.
+
+END
     for package in qt6-base-dev libcli11-dev nlohmann-json3-dev libz-mingw-w64-dev mingw-w64-x86-64-dev gcc-mingw-w64-base; do
         printf '==== %s ====\n\n' "$package"
         cat "/usr/share/doc/$package/copyright"

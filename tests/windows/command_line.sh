@@ -41,6 +41,12 @@ alike info --json 'образы 映像/größe €.bin'
 alike compare sample.bin 'образы 映像/größe €.bin'
 alike compare sample.bin changed.bin
 alike compare --json sample.bin changed.bin
+# Longer than the 260 characters that were once the most.
+deep=$(printf 'a folder of thirty characters %d/' {1..9})
+mkdir -p "$deep"
+cp sample.bin "$deep"
+alike info "${deep}sample.bin"
+alike compare sample.bin "${deep}sample.bin"
 alike info missing.bin
 alike download sample.bin --port COM17
 alike frobnicate

@@ -1,10 +1,8 @@
 #!/usr/bin/env bash
-# setup.sh [BIN]: makes the packages for Windows of the programs in BIN (build/windows/bin), and installs, uses,
-# upgrades and removes them under wine, in a prefix that is thrown away. Prints what fails, and one line at the end when
-# nothing did.
+# setup.sh: installs, uses, upgrades and removes the packages for Windows in build/windows under wine, in a prefix that is
+# thrown away. Prints what fails, and one line at the end when nothing did.
 # shellcheck source=tests/windows/trial.sh
 source "$(dirname "$0")/trial.sh"
-[ $# -eq 0 ] || bin=$(realpath "$1")
 
 present() {
     local path
@@ -18,13 +16,14 @@ absent() {
         [ ! -e "$path" ] || fail "This should not be there: $path"
     done
 }
+
 # == Packages
 
-quietly "$root/packaging/windows/package.sh" "$(dirname "$bin")" "$work/out"
+packages=$root/build/windows
 version=$("$native/burnwick-cli" --version)
 number=$(grep -oE '[0-9]+\.[0-9]+' <<<"$version" | head -n 1)
-same "The packages" "Burnwick-$number-portable.zip Burnwick-$number-setup.exe" "$(cd "$work/out" && echo *)"
-installer=$work/out/Burnwick-$number-setup.exe
+same "The packages" "Burnwick-$number-portable.zip Burnwick-$number-setup.exe" "$(cd "$packages" && echo Burnwick-*.*)"
+installer=$packages/Burnwick-$number-setup.exe
 "$native/burnwick-sample" "$work/sample.bin"
 
 # == A Windows
@@ -296,7 +295,7 @@ fi
 # == The archive
 
 mkdir "$work/Архив"
-(cd "$work/Архив" && python3 -m zipfile -e "$work/out/Burnwick-$number-portable.zip" .)
+(cd "$work/Архив" && python3 -m zipfile -e "$packages/Burnwick-$number-portable.zip" .)
 portable=$work/Архив/Burnwick-$number
 same "What is in the archive" "$(printf '%s\n' "${installed[@]}" | grep -v Uninstall | sort | tr '\n' ' ')" "$(files_in "$portable")"
 use "$portable"

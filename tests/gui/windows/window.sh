@@ -2,7 +2,8 @@
 # window.sh PROGRAM UNIT SAMPLE [BEHAVIOUR...]
 # Uses the window's program for Windows as its user does: under wine, on a real X server with a window manager, and looks
 # at it from outside only. Simulated units are on its ports. Runs every behaviour, or those that are named; prints those
-# that failed, and ends with 0 when there is none. Pictures go into the folder "pictures" beside the program's own.
+# that failed, and ends with 0 when there is none. Pictures go into the folder "pictures" beside the program's own,
+# where the installer is, too.
 # The behaviours are called by their names.
 # shellcheck disable=SC2119,SC2317
 # shellcheck source=tests/gui/real_screen.sh
@@ -13,8 +14,8 @@ source "$(dirname "$(realpath "$0")")/../../support/wine.sh"
 only_failures=yes
 # shellcheck disable=SC2034
 patience=60
-pictures=$(dirname "$(dirname "$burnwick")")/pictures
-packaging=$(realpath "$(dirname "$(realpath "$0")")/../../../packaging/windows")
+built=$(dirname "$(dirname "$burnwick")")
+pictures=$built/pictures
 
 # == The program under wine
 
@@ -296,8 +297,7 @@ uninstall_with() {
 
 it_is_installed_started_and_removed_with_a_few_clicks() {
     local folder page page_program installer
-    "$packaging/package.sh" "$(dirname "$(dirname "$burnwick")")" "$station/packages"
-    installer=$(echo "$station/packages/"*-setup.exe)
+    installer=$(echo "$built/Burnwick-"*-setup.exe)
     folder=$(winepath -u "$(wine cmd /c 'echo %LOCALAPPDATA%' | tr -d '\r')")/Programs/Burnwick
     # The program is the one that is installed, with the settings that are there.
     unset BURNWICK_HOME

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QDir>
 #include <QPalette>
 #include <QPushButton>
 #include <QScreen>
@@ -13,6 +12,7 @@
 #include <string>
 
 #include "gui/DarkPalette.h"
+#include "gui/Picture.h"
 
 namespace burnwick::test {
 
@@ -66,12 +66,10 @@ protected:
     }
     // As the desktop is, and as a dark one would have it; on a screen with more pixels, under another name.
     void TakePicture(const std::string& name) {
-        ASSERT_TRUE(QDir().mkpath(PICTURES));
         const double scale = Form().devicePixelRatio();
         const QString pixels = scale > 1 ? QString("@%1x").arg(scale) : QString();
         const auto save = [&](const QString& kind) {
-            const QString file = QString::fromStdString(PICTURES "/" + name) + kind + pixels + ".png";
-            EXPECT_TRUE(Form().grab().save(file));
+            EXPECT_TRUE(TakePictureOf(Form(), QString::fromStdString(name) + kind + pixels));
         };
         save("");
         const QPalette before = QApplication::palette();

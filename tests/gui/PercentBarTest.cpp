@@ -3,11 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QImage>
 #include <QPainter>
 #include <QSet>
 #include <QVBoxLayout>
+
+#include "gui/Picture.h"
 
 namespace burnwick::test {
 
@@ -234,8 +235,7 @@ TEST_F(PercentBarTest, HasItsPictureTaken) {
         bars.append(bar);
     }
     window.resize(320, window.sizeHint().height());
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
-    EXPECT_TRUE(window.grab().save(PICTURES "/PercentBar.png"));
+    EXPECT_TRUE(TakePictureOf(window, "PercentBar"));
 }
 
 }  // namespace burnwick::test

@@ -12,6 +12,7 @@
 #include <filesystem>
 
 #include "engine/PercentBar.h"
+#include "gui/Picture.h"
 #include "support/SampleImages.h"
 
 namespace burnwick::test {
@@ -93,9 +94,8 @@ std::string WindowUser::LogText() const {
 }
 
 void WindowUser::Picture(const std::string& name) const {
-    std::filesystem::create_directories(PICTURES);
     QCoreApplication::processEvents();
-    EXPECT_TRUE(Window->grab().save(QString::fromStdString(PICTURES "/" + name + ".png")));
+    EXPECT_TRUE(TakePictureOf(*Window, QString::fromStdString(name)));
 }
 
 }  // namespace burnwick::test

@@ -1,8 +1,8 @@
 #include "gui/DarkPalette.h"
 #include "gui/HelpTest.h"
+#include "gui/Picture.h"
 
 #include <QAccessible>
-#include <QDir>
 #include <QMenu>
 #include <QSplitter>
 #include <QTextBlock>
@@ -300,17 +300,16 @@ TEST_F(frmHelpTest, FollowsThePaletteAndStaysWhereItIs) {
 }
 
 TEST_F(frmHelpTest, HasItsPicturesTaken) {
-    ASSERT_TRUE(QDir().mkpath(PICTURES));
     // The manual shows this picture: there is none yet when it is taken for the first time.
     std::filesystem::exists(HELP_FILE) ? OpenFile(HELP_FILE) : Open();
     EXPECT_THAT(Shown(), ::testing::StartsWith("Burnwick Help"));
     Help->resize(940, 680);
-    EXPECT_TRUE(Help->grab().save(PICTURES "/frmHelp.png"));
+    EXPECT_TRUE(TakePictureOf(*Help, "frmHelp"));
     QTest::keyClicks(&FindBox(), "unit");
-    EXPECT_TRUE(Help->grab().save(PICTURES "/frmHelp-find.png"));
+    EXPECT_TRUE(TakePictureOf(*Help, "frmHelp-find"));
     QApplication::setPalette(DarkPalette());
     QApplication::processEvents();
-    EXPECT_TRUE(Help->grab().save(PICTURES "/frmHelp-dark.png"));
+    EXPECT_TRUE(TakePictureOf(*Help, "frmHelp-dark"));
 }
 
 }  // namespace burnwick::test

@@ -9,6 +9,7 @@
 
 #include "engine/PercentBar.h"
 #include "gui/DarkPalette.h"
+#include "gui/Picture.h"
 #include "gui/WindowTest.h"
 
 namespace burnwick::test {
@@ -32,7 +33,7 @@ protected:
         ExpectNothingCutOff();
     }
     void TakeBox(QDialog& box, const std::string& name) const {
-        EXPECT_TRUE(box.grab().save(QString::fromStdString(PICTURES "/box-" + name + Scale() + ".png")));
+        EXPECT_TRUE(TakePictureOf(box, QString::fromStdString("box-" + name + Scale())));
         QTest::keyClick(&box, Qt::Key_Return);
     }
     std::string Scale() const {

@@ -25,13 +25,14 @@ if small_disk 50m 'settings and log of a program on a disk that cannot be writte
     export BURNWICK_READ_ONLY_FOLDER
 fi
 
-folder=$work
+folder=$work language=()
 # run_tests NAME [OPTION...]: in a folder of its own. A filter that lets nothing through has gone out of date.
 run_tests() {
     local name=$1 begun=$SECONDS
     mkdir "$folder/$name"
     cd "$folder/$name"
-    if ! timeout 900 wine "$bin/$name.exe" "${@:2}" >log 2>&1 </dev/null || ! grep -q '^\[  PASSED  \] [1-9]' log; then
+    if ! timeout 900 env "${language[@]}" wine "$bin/$name.exe" "${@:2}" >log 2>&1 </dev/null \
+        || ! grep -q '^\[  PASSED  \] [1-9]' log; then
         printf '== %s\n' "$name"
         # Those that went well, and wine's own words, are not to hide the others.
         grep -vE '^(\[ RUN      \]|\[       OK \]|\[-----|wine: |.?$)' log
@@ -54,11 +55,10 @@ done
 [ $# -eq 0 ] || exit 0
 
 # In a language whose programs write other 8-bit characters.
-folder=$work/russian
+folder=$work/russian language=("LOCPATH=$work/locales" LC_ALL=ru_RU.UTF-8)
 mkdir "$work/locales" "$folder"
 localedef -i ru_RU -f UTF-8 "$work/locales/ru_RU.UTF-8"
-export LOCPATH=$work/locales LC_ALL=ru_RU.UTF-8
-same "The code page in Russia" 1251 "$(wine "$bin/windows_child.exe" code-page | tr -d '\r')"
+same "The code page in Russia" 1251 "$(env "${language[@]}" wine "$bin/windows_child.exe" code-page | tr -d '\r')"
 in_russian() {
     (run_tests "$1" --gtest_filter="$2") || fail "Tests failed under wine in Russian."
 }

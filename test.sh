@@ -8,17 +8,8 @@ jobs=$(nproc)
 # The presets debug and cli compile the same things, as do other checkouts: the second one is found in the cache.
 export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 
-step() {
-    printf '\n== %s (after %d s)\n' "$*" "$SECONDS"
-}
-
-# Prints what a command said only when it failed.
-quietly() {
-    if ! "$@" >"$log" 2>&1; then
-        cat "$log" >&2
-        return 1
-    fi
-}
+# shellcheck source=tests/support/steps.sh
+source tests/support/steps.sh
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 trap 'exit 130' INT TERM HUP

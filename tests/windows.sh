@@ -16,18 +16,8 @@ leave() {
 trap leave EXIT
 trap 'exit 130' INT TERM HUP
 
-step() {
-    printf '\n== %s (after %d s)\n' "$*" "$SECONDS"
-}
-
-# quietly COMMAND...: prints what it said only when it failed.
-quietly() {
-    "$@" >"$log" 2>&1 || {
-        cat "$log" >&2
-        echo "This failed: $*" >&2
-        exit 1
-    }
-}
+# shellcheck source=tests/support/steps.sh
+source tests/support/steps.sh
 
 step "Units and samples of this system"
 quietly cmake --preset cli

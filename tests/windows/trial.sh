@@ -6,8 +6,11 @@ export LC_ALL=C.UTF-8
 root=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
 bin=$root/build/windows/bin
 native=$root/build/cli/bin
-# What is on the other side of the registry's files, and of programs that are tried, is to be a disk's folder.
+# On a disk, whatever TMPDIR says: memory has not room for several Windows on every machine.
 work=$(TMPDIR=/tmp mktemp -d)
+log=$work/said
+# shellcheck source=tests/support/steps.sh
+source "$root/tests/support/steps.sh"
 # shellcheck source=tests/support/wine.sh
 source "$root/tests/support/wine.sh"
 # Windows that nobody sees need no display, and no one's desktop gets links that are made here: wine has links into the
@@ -31,13 +34,6 @@ trap 'exit 130' INT TERM HUP
 fail() {
     printf '%s\n' "$@" >&2
     exit 1
-}
-# quietly COMMAND...: prints what it said only when it failed.
-quietly() {
-    "$@" >"$work/said" 2>&1 || {
-        cat "$work/said" >&2
-        fail "This failed: $*"
-    }
 }
 # await WHAT COMMAND...: until it succeeds.
 await() {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Sourced, before all else, by what uses the programs on a real X server with a window manager, and looks at them from
+# Sourced, before all else but wine, by what uses the programs on a real X server with a window manager, and looks at them from
 # outside only: SCRIPT PROGRAM UNIT SAMPLE ... Each behaviour is a function; it has a shell, a home and simulated units of
 # its own, and the folder $station.
 set -euo pipefail

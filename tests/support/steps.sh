@@ -8,9 +8,11 @@ step() {
 
 # quietly COMMAND...: prints what it said only when it failed.
 quietly() {
-    if ! "$@" >"$log" 2>&1; then
+    local status=0
+    "$@" >"$log" 2>&1 || status=$?
+    [ "$status" -eq 0 ] || {
         cat "$log" >&2
-        echo "This failed: $*" >&2
+        echo "This failed with $status: $*" >&2
         return 1
-    fi
+    }
 }

@@ -2,6 +2,8 @@
 # Sourced by what tries the programs for Windows: a folder $work that goes away at the end, with a user's home and a wine
 # prefix in it, simulated units, and words for what failed. $bin has the programs, $native this system's own.
 set -euo pipefail
+# shellcheck source=tests/support/wine.sh
+source "$(dirname "${BASH_SOURCE[0]}")/../support/wine.sh"
 export LC_ALL=C.UTF-8
 root=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
 bin=$root/build/windows/bin
@@ -11,8 +13,6 @@ work=$(TMPDIR=/tmp mktemp -d)
 log=$work/said
 # shellcheck source=tests/support/steps.sh
 source "$root/tests/support/steps.sh"
-# shellcheck source=tests/support/wine.sh
-source "$root/tests/support/wine.sh"
 # Windows that nobody sees need no display, and no one's desktop gets links that are made here: wine has links into the
 # home of whoever runs it.
 unset DISPLAY WAYLAND_DISPLAY BURNWICK_HOME XDG_CONFIG_HOME XDG_DATA_HOME XDG_DESKTOP_DIR

@@ -6,10 +6,10 @@
 # where the installer is, too.
 # The behaviours are called by their names.
 # shellcheck disable=SC2119,SC2317
-# shellcheck source=tests/gui/real_screen.sh
-source "$(dirname "$(dirname "$(realpath "$0")")")/real_screen.sh"
 # shellcheck source=tests/support/wine.sh
 source "$(dirname "$(realpath "$0")")/../../support/wine.sh"
+# shellcheck source=tests/gui/real_screen.sh
+source "$(dirname "$(dirname "$(realpath "$0")")")/real_screen.sh"
 # shellcheck disable=SC2034
 only_failures=yes
 # shellcheck disable=SC2034

@@ -13,18 +13,12 @@ namespace fs = std::filesystem;
 
 constexpr const char* LinkName = "Burnwick.lnk";
 
-// By it the program knows its own link again. To change it is to forget the links of older versions.
+// What the desktop shows beside the link.
 constexpr const char* LinkDescription = "Burnwick writes images into units over a serial line";
 
 // Empty when there is no such folder: a relative path would lead anywhere.
 fs::path LinkIn(const fs::path& folder) {
     return folder.is_absolute() ? folder / LinkName : fs::path();
-}
-
-// One that is not there, or that the system keeps, is no error.
-void Remove(const fs::path& link) {
-    std::error_code ignored;
-    fs::remove(link, ignored);
 }
 
 }  // namespace
@@ -55,11 +49,9 @@ void RegistryShell::CreateDesktopShortcut(const fs::path& program) {
 }
 
 void RegistryShell::DeleteDesktopShortcut() {
-    Remove(LinkIn(Shell_->WindowsFolder() / "Desktop"));
-    const auto path = LinkIn(Shell_->DesktopFolder());
-    if (const auto link = Shell_->Link(path); link && link->Description == LinkDescription) {
-        Remove(path);
-    }
+    // One that is not there, or that the system keeps, is no error.
+    std::error_code ignored;
+    fs::remove(LinkIn(Shell_->WindowsFolder() / "Desktop"), ignored);
 }
 
 std::unique_ptr<ShellIntegration> DesktopShell() {

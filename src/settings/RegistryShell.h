@@ -20,7 +20,7 @@ public:
     void UnregisterFileType() override;
 
     void CreateDesktopShortcut(const std::filesystem::path& program) override;
-    // A link of that name which the program did not make stays on the user's desktop.
+    // Of the desktop in the system's own folder: a link on the user's desktop is the user's to delete.
     void DeleteDesktopShortcut() override;
 
 private:

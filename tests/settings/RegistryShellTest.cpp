@@ -119,27 +119,20 @@ TEST_F(RegistryShellTest, DeletesTheLinkOnTheSystemsDesktopWhoeverMadeIt) {
     EXPECT_TRUE(fs::exists(Windows_ / "Desktop"));
 }
 
-TEST_F(RegistryShellTest, DeletesItsOwnLinkOnTheUsersDesktop) {
+TEST_F(RegistryShellTest, LeavesTheLinkOnTheUsersDesktopToTheUser) {
     Shell_.CreateDesktopShortcut(Program_);
-    Shell_.DeleteDesktopShortcut();
-    EXPECT_FALSE(fs::exists(Link_));
-}
-
-TEST_F(RegistryShellTest, LeavesALinkOnTheUsersDesktopThatIsNotItsOwn) {
-    Put(Link_);
     Shell_.DeleteDesktopShortcut();
     EXPECT_TRUE(fs::exists(Link_));
 }
 
-TEST_F(RegistryShellTest, DeletesNothingInTheFolderThatItRunsInWhereThereIsNoDesktop) {
-    Shell_.CreateDesktopShortcut(Program_);
-    Calls_.Desktop.clear();
+TEST_F(RegistryShellTest, DeletesNothingInTheFolderThatItRunsInWhereTheSystemHasNone) {
+    Put(Windows_ / "Desktop" / "Burnwick.lnk");
     Calls_.Windows.clear();
     const auto before = fs::current_path();
-    fs::current_path(Desktop_);
+    fs::current_path(Windows_);
     Shell_.DeleteDesktopShortcut();
     fs::current_path(before);
-    EXPECT_TRUE(fs::exists(Link_));
+    EXPECT_TRUE(fs::exists(Windows_ / "Desktop" / "Burnwick.lnk"));
 }
 
 TEST_F(RegistryShellTest, ALinkThatIsNotThereIsNoError) {

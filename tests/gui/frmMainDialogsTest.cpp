@@ -112,6 +112,15 @@ TEST_F(frmMainDialogs, HelpStandsBesideTheWindowAndEndsWithIt) {
     EXPECT_TRUE(QTest::qWaitFor([&help] { return help == nullptr; }));
 }
 
+TEST_F(frmMainDialogs, HelpComesWithF1WhereverTheFocusIs) {
+    ShipHelp();
+    Start();
+    QApplication::setActiveWindow(Window.get());
+    Find("txtDisplay")->setFocus();
+    QTest::keyClick(Window->focusWidget(), Qt::Key_F1);
+    EXPECT_NE(HelpWindow("Burnwick Help"), nullptr);
+}
+
 TEST_F(frmMainDialogs, HelpStaysOpenDuringARun) {
     ShipHelp();
     ConnectUnitOfSize(262'144);

@@ -99,6 +99,8 @@ void frmMain::Layout() {
     Ui_->chkDebug->setVisible(Services_.Debug);
     Ui_->chkDebug->setChecked(Services_.Debug);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
+    // Its frame says so, too.
+    setWindowFlag(Qt::MSWindowsFixedSizeDialogHint);
 }
 
 void frmMain::ConnectCommands() {

@@ -43,7 +43,14 @@ public:
     WindowMenu& operator=(const WindowMenu&) = delete;
     ~WindowMenu() override { RemoveWindowSubclass(Window_, Hear, Id()); }
 
-    void Delete(SystemCommand command) override { DeleteMenu(Menu(), NumberOf(command), MF_BYCOMMAND); }
+    void Delete(SystemCommand command) override {
+        DeleteMenu(Menu(), NumberOf(command), MF_BYCOMMAND);
+        if (command == SystemCommand::Maximize) {
+            TakeStyle(WS_MAXIMIZEBOX);
+        } else if (command == SystemCommand::Minimize) {
+            TakeStyle(WS_MINIMIZEBOX);
+        }
+    }
 
     bool CloseIsGreyed() const override { return (State(NoClose).value_or(0) & Greyed) == Greyed; }
 
@@ -88,14 +95,36 @@ private:
         return SetMenuItemInfoW(Menu(), from, FALSE, &item) != FALSE;
     }
 
+    // The title bar's button goes with its style.
+    void TakeStyle(LONG_PTR style) const {
+        SetWindowLongPtrW(Window_, GWL_STYLE, GetWindowLongPtrW(Window_, GWL_STYLE) & ~style);
+        SetWindowPos(Window_, nullptr, 0, 0, 0, 0,
+                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+
+    // Of the commands that the menu does not have any more, Restore is asked for by the taskbar's click.
+    bool CanBeGiven(WPARAM command) const {
+        switch (command) {
+            case SC_CLOSE:
+                return !CloseIsGreyed();
+            case SC_SIZE:
+            case SC_MOVE:
+            case SC_MINIMIZE:
+            case SC_MAXIMIZE:
+                return State(static_cast<UINT>(command)).has_value();
+            default:
+                return true;
+        }
+    }
+
     UINT_PTR Id() const { return reinterpret_cast<UINT_PTR>(this); }
 
-    // The command comes without the menu, too: from Alt+F4 and from the taskbar.
+    // Commands come without the menu, too: from keys, the taskbar and double clicks on the title bar.
     static LRESULT CALLBACK Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
                                  DWORD_PTR menu) {
         constexpr WPARAM withoutDetails = 0xFFF0;
         const WPARAM command = message == WM_SYSCOMMAND ? wParam & withoutDetails : 0;
-        if (command == SC_CLOSE && reinterpret_cast<const WindowMenu*>(menu)->CloseIsGreyed()) {
+        if (!reinterpret_cast<const WindowMenu*>(menu)->CanBeGiven(command)) {
             return 0;
         }
         // The system may refuse a command that its menu does not have; the taskbar's click is one.

@@ -105,6 +105,29 @@ TEST_F(SystemMenuTest, WhatWasDeletedDoesNotComeBack) {
     EXPECT_FALSE(Has(SC_MAXIMIZE));
 }
 
+TEST_F(SystemMenuTest, WhatWasDeletedHasNoButtonEither) {
+    const auto has = [this](LONG_PTR style) {
+        return (GetWindowLongPtrW(Window_.Handle(), GWL_STYLE) & style) != 0;
+    };
+    EXPECT_TRUE(has(WS_MAXIMIZEBOX) && has(WS_MINIMIZEBOX));
+    Menu_->Delete(SystemCommand::Maximize);
+    EXPECT_FALSE(has(WS_MAXIMIZEBOX));
+    Menu_->Delete(SystemCommand::Minimize);
+    EXPECT_FALSE(has(WS_MINIMIZEBOX));
+}
+
+TEST_F(SystemMenuTest, WhatWasDeletedCannotBeGivenByOtherMeans) {
+    for (const auto command : {SystemCommand::Restore, SystemCommand::Maximize, SystemCommand::Minimize}) {
+        Menu_->Delete(command);
+    }
+    Window_.Post(WM_SYSCOMMAND, SC_MAXIMIZE);
+    Window_.Post(WM_NCLBUTTONDBLCLK, HTCAPTION);
+    Window_.Post(WM_SYSCOMMAND, SC_MINIMIZE);
+    Settle();
+    EXPECT_FALSE(IsZoomed(Window_.Handle()));
+    EXPECT_FALSE(IsIconic(Window_.Handle()));
+}
+
 TEST_F(SystemMenuTest, CloseIsEnabledAtFirst) {
     ExpectEnabled();
 }

@@ -37,6 +37,13 @@ TEST_F(frmMainSystemMenu, LacksRestoreSizeAndMaximize) {
     EXPECT_THAT(Commands(), IsSupersetOf({UINT{SC_MOVE}, UINT{SC_MINIMIZE}, UINT{SC_CLOSE}}));
 }
 
+TEST_F(frmMainSystemMenu, IsThatOfAWindowWhoseFrameCannotBeDragged) {
+    Start();
+    const auto style = GetWindowLongPtrW(reinterpret_cast<HWND>(Window->winId()), GWL_STYLE);
+    EXPECT_EQ(style & (WS_THICKFRAME | WS_MAXIMIZEBOX), 0);
+    EXPECT_NE(style & WS_MINIMIZEBOX, 0);
+}
+
 TEST_F(frmMainSystemMenu, HasAGreyedCloseOfAnotherNumberWhileBlocksAreSent) {
     ConnectUnitOfSize(262'144);
     Start();

@@ -25,8 +25,7 @@
 
 namespace {
 
-// A file association passes a path unquoted: its blanks have made several arguments of it. Those that the
-// toolkit takes for itself are none of it.
+// A file association passes a path unquoted: its blanks have made several arguments of it.
 std::string CommandLine() {
     const QStringList arguments = QApplication::arguments().mid(1);
     std::vector<std::string> words(static_cast<std::size_t>(arguments.size()));
@@ -90,7 +89,8 @@ int main(int argc, char* argv[]) {
     KeepStandardStreams();
     SurviveFailedWrites();
     HoldInterrupts();
-    const QApplication application(argc, argv);
+    int words = WordsForToolkit(argc);
+    const QApplication application(words, argv);
     const QString title = QString::fromStdString(ProductData().Title);
     QApplication::setApplicationName(title);
     QApplication::setDesktopFileName(DesktopId);

@@ -9,9 +9,12 @@ namespace burnwick {
 // leaves "*.bin" to the programs, it is the files of such names here, in the order of their names.
 std::vector<std::string> ProgramArguments(int argc, char* const* argv);
 
-// The words behind the program's name as one text, for a path that was not put into quotes: with all the
-// blanks between them where the system keeps these, otherwise with one. The same holds where `words` are not
-// all that the program was started with.
+// Of the `argc` words that the program was started with, its name among them, those in which the toolkit may
+// look for options of its own. Words of a path that was not put into quotes may look like some.
+int WordsForToolkit(int argc);
+
+// What stands behind the program's name as one text, for a path that was not put into quotes: as it was typed
+// where the system keeps that, otherwise `words` with one blank between them.
 std::string CommandText(const std::vector<std::string>& words);
 
 // A variable of the environment as UTF-8; empty when there is none.

@@ -203,7 +203,7 @@ close_window() {
 close_window
 # An image that is opened is programmed.
 mkdir "$work/образы 映像"
-image="$work/образы 映像/größe  €.bin"
+image="$work/образы 映像/größe  -platform €.bin"
 "$native/burnwick-sample" "$image" --type 64k
 quietly wine start /unix "$image"
 await "The unit with the image that was opened" cmp -n 65536 "$image" "$work/memory"

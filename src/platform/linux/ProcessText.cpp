@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 
-#include "platform/JoinedWords.h"
-
 namespace burnwick {
 
 std::vector<std::string> ProgramArguments(int argc, char* const* argv) {
@@ -11,8 +9,16 @@ std::vector<std::string> ProgramArguments(int argc, char* const* argv) {
     return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
 }
 
+int WordsForToolkit(int argc) {
+    return argc;
+}
+
 std::string CommandText(const std::vector<std::string>& words) {
-    return JoinedWords(words);
+    std::string text;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        text += (i == 0 ? "" : " ") + words[i];
+    }
+    return text;
 }
 
 std::string EnvironmentText(const char* name) {

@@ -12,7 +12,6 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/JoinedWords.h"
 #include "platform/windows/UserFolders.h"
 #include "platform/windows/WideText.h"
 
@@ -114,13 +113,12 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char* const* /*argv*/) {
     return arguments;
 }
 
-std::string CommandText(const std::vector<std::string>& words) {
-    const auto all = WordsOf(GetCommandLineW());
-    const bool areAll = std::equal(
-        words.begin(), words.end(), all.begin() + (all.empty() ? 0 : 1), all.end(),
-        [](const std::string& word, const std::wstring& typed) { return word == NarrowText(typed); });
-    return areAll ? NarrowText(WithoutQuotesAndBlanksAround(BehindProgram(GetCommandLineW())))
-                  : JoinedWords(words);
+int WordsForToolkit(int argc) {
+    return std::min(argc, 1);
+}
+
+std::string CommandText(const std::vector<std::string>& /*words*/) {
+    return NarrowText(WithoutQuotesAndBlanksAround(BehindProgram(GetCommandLineW())));
 }
 
 std::string EnvironmentText(const char* name) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sstream>
 
 #include "Child.h"
 #include "ForeignFolder.h"
@@ -23,15 +24,19 @@ class CommandTextTest : public testing::Test {
 protected:
     CommandTextTest() { fs::copy_file(ChildProgram(), Program_); }
 
-    // Of the program that has been started last.
-    std::string Noted() const {
+    // Of the program that has been started last: the text behind its name.
+    std::string Noted() const { return NotedLine(1); }
+    std::string NotedLine(int line) const {
         if (!Appears(Note_)) {
             return "no program was started";
         }
-        const auto note = Content(Note_);
+        std::istringstream note(Content(Note_));
         fs::remove(Note_);
-        const auto begin = note.find('\n') + 1;
-        return note.substr(begin, note.find('\n', begin) - begin);
+        std::string text;
+        for (int i = 0; i <= line; ++i) {
+            std::getline(note, text);
+        }
+        return text;
     }
     std::string NotedWhenStartedWith(const std::wstring& words) const {
         Child(Quoted(Program_) + words).ExitCode();
@@ -76,8 +81,8 @@ TEST_F(CommandTextTest, IsEmptyWithoutWordsBehindAProgramThatHasNoQuotesAroundIt
     EXPECT_EQ(NotedWhenStartedUnquotedWith(L" "), "");
 }
 
-TEST_F(CommandTextTest, OfSomeOfTheWordsHasOneBlankBetweenThem) {
-    EXPECT_EQ(CommandText({"not", "this  program's", "own"}), "not this  program's own");
+TEST_F(CommandTextTest, KeepsWordsThatLookLikeOptions) {
+    EXPECT_EQ(NotedWhenStartedWith(L" C:\\unit -platform 2.bin"), "C:\\unit -platform 2.bin");
 }
 
 // Words with wildcards, as a console leaves them to programs.
@@ -89,8 +94,10 @@ protected:
         Put(Images_ / name, "x");
         return Images_ / name;
     }
+    // The words that the program then has.
     std::string NotedFor(const wchar_t* name) const {
-        return NotedWhenStartedWith(L' ' + Quoted(Images_ / name));
+        Child(Quoted(Program_) + L' ' + Quoted(Images_ / name)).ExitCode();
+        return NotedLine(2);
     }
 
     fs::path Images_ = Folder_.Path() / u8"my  \u0417";

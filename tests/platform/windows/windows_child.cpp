@@ -96,11 +96,15 @@ int WriteProfile(const Arguments& arguments) {
 }
 
 // Into the file that the environment names: the whole command line, what the program takes for the text
-// behind its name, and the working folder.
+// behind its name, its words, and the working folder.
 int Note(const Arguments&) {
     std::wstring note(32'767, L'\0');
     note.resize(GetEnvironmentVariableW(L"BURNWICK_NOTE", note.data(), 32'767));
-    ReplaceFile(note, NarrowText(GetCommandLineW()) + '\n' + CommandText(ProgramArguments(0, nullptr)) + '\n'
+    std::string words;
+    for (const auto& word : ProgramArguments(0, nullptr)) {
+        words += (words.empty() ? "" : " ") + word;
+    }
+    ReplaceFile(note, NarrowText(GetCommandLineW()) + '\n' + CommandText({}) + '\n' + words + '\n'
                           + Utf8Text(std::filesystem::current_path()) + '\n');
     return 0;
 }

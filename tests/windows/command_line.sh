@@ -54,6 +54,18 @@ alike frobnicate
 cli info '*.bin' >windows.out || fail "burnwick-cli.exe finds no files of *.bin."
 diff native.out windows.out >&2 || fail "burnwick-cli.exe info *.bin says something else."
 
+# == The ports
+
+# The computer that runs this may have more of them.
+cli ports --json >ports.json
+python3 - >ports.txt <<'END'
+import json
+for port in json.load(open("ports.json")):
+    if port["port"] in ("COM1", "COM2") or int(port["port"][3:]) > 16:
+        print(port["port"], port["device"], port["usable"])
+END
+same "The ports" $'COM1 \\\\.\\COM1 True\nCOM2 \\\\.\\COM2 True' "$(cat ports.txt)"
+
 # == A unit
 
 # expect_run ARGUMENT...: a run that succeeds.

@@ -290,14 +290,39 @@ if small_disk "$((kilobytes * 3 / 2))k" 'an upgrade on a disk that gets full'; t
     ! setup "$full" || fail "An upgrade on a full disk says that all went well."
     diff -r "$work/before" "$work/disk/Burnwick" >&2 || fail "An upgrade on a full disk leaves something else."
     uninstall "$work/disk/Burnwick"
+    umount "$work/disk"
+    rmdir "$work/disk"
 fi
 
 # == The archive
 
+# unpack FOLDER
+unpack() {
+    (cd "$1" && python3 -m zipfile -e "$packages/Burnwick-$number-portable.zip" .)
+}
+# use_window FOLDER SETTINGS: the window of the program that is there comes, and keeps its settings in that folder.
+use_window() {
+    quietly wine start /unix "$1/Burnwick.exe"
+    await "The settings of the window in $1" grep -q '^Programming=No' "$2/Burnwick.ini"
+    close_window
+}
 mkdir "$work/Архив"
-(cd "$work/Архив" && python3 -m zipfile -e "$packages/Burnwick-$number-portable.zip" .)
+unpack "$work/Архив"
 portable=$work/Архив/Burnwick-$number
 same "What is in the archive" "$(printf '%s\n' "${installed[@]}" | grep -v Uninstall | sort | tr '\n' ' ')" "$(files_in "$portable")"
 use "$portable"
+use_window "$portable" "$portable"
+
+# == The archive on a disk that cannot be written
+
+if small_disk "$((kilobytes * 2))k" 'the programs on a disk that cannot be written'; then
+    unpack "$work/disk"
+    mount -o remount,ro "$work/disk"
+    data="$(variable LOCALAPPDATA)/Burnwick"
+    run_in "$work/disk/Burnwick-$number" download --verify "$work/sample.bin" --port COM1
+    grep -q 'sample.bin' "$data/Burnwick.log" || fail "The log in $data does not tell of the run."
+    absent "$data/Verify.tmp"
+    use_window "$work/disk/Burnwick-$number" "$data"
+fi
 
 echo "The installer and the archive for Windows were installed, used and removed under wine."

@@ -57,14 +57,16 @@ diff native.out windows.out >&2 || fail "burnwick-cli.exe info *.bin says someth
 # == The ports
 
 # The computer that runs this may have more of them.
+mkdir -p home
+printf '[Ports]\r\nCOM6=COM2\r\n' >home/Burnwick.ini
 cli ports --json >ports.json
 python3 - >ports.txt <<'END'
 import json
 for port in json.load(open("ports.json")):
-    if port["port"] in ("COM1", "COM2") or int(port["port"][3:]) > 16:
+    if port["port"] in ("COM1", "COM2", "COM6") or int(port["port"][3:]) > 16:
         print(port["port"], port["device"], port["usable"])
 END
-same "The ports" $'COM1 \\\\.\\COM1 True\nCOM2 \\\\.\\COM2 True' "$(cat ports.txt)"
+same "The ports" $'COM1 \\\\.\\COM1 True\nCOM2 \\\\.\\COM2 True\nCOM6 \\\\.\\COM2 True' "$(cat ports.txt)"
 
 # == A unit
 

@@ -66,7 +66,7 @@ for port in json.load(open("ports.json")):
     if port["port"] in ("COM1", "COM2", "COM6") or int(port["port"][3:]) > 16:
         print(port["port"], port["device"], port["usable"])
 END
-same "The ports" $'COM1 \\\\.\\COM1 True\nCOM2 \\\\.\\COM2 True\nCOM6 \\\\.\\COM2 True' "$(cat ports.txt)"
+same "The ports" $'COM1 \\\\.\\COM1 True\nCOM2 \\\\.\\COM2 True\nCOM6 COM2 True' "$(cat ports.txt)"
 
 # == A unit
 

@@ -44,7 +44,7 @@ step "clang-tidy"
 # The tests are left to the compilers: together they would take as long as all the rest.
 sed -n 's/^ *"file": "\(.*\)".*/\1/p' build/debug/compile_commands.json | sort -u \
     | awk -v top="$PWD/" 'index($0, top) == 1 && substr($0, length(top) + 1) ~ /^(src|simulator|bench)\//' \
-    | quietly xargs -d '\n' -P "$jobs" -n 4 clang-tidy --quiet -p build/debug
+    | quietly tests/tidy.py build/debug
 
 build fuzz fuzz_targets
 step "Fuzz targets"

@@ -13,6 +13,7 @@
 #include "gui/windows/NativeWindow.h"
 #include "platform/LoopHelpers.h"
 #include "platform/Pipe.h"
+#include "platform/SystemMenu.h"
 #include "platform/WindowLoop.h"
 
 namespace burnwick::test {
@@ -89,6 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Held{"ADraggedWindow", WM_SYSCOMMAND, SC_MOVE, 0, WM_KEYDOWN, VK_ESCAPE},
                     Held{"APressedTitleBar", WM_NCLBUTTONDOWN, HTCAPTION, 0, WM_LBUTTONUP, 0},
                     Held{"AnOpenSystemMenu", WM_SYSCOMMAND, SC_KEYMENU, ' ', WM_CANCELMODE, 0},
+                    Held{"AClickedIcon", WM_NCLBUTTONDOWN, HTSYSMENU, 0, WM_CANCELMODE, 0},
                     Held{"TheMenuOfAltSpace", WM_SYSKEYDOWN, VK_SPACE, WithAlt, WM_CANCELMODE, 0}),
     [](const auto& kind) { return std::string(kind.param.Name); });
 
@@ -325,6 +327,18 @@ TEST_F(PressedButtonTest, MinimizesAtOnce) {
 TEST_F(PressedButtonTest, ClosesAtOnce) {
     Press(HTCLOSE, [this] { return Window_.Closings > 0; });
     EXPECT_EQ(Window_.Closings, 1);
+}
+
+TEST_F(PressedButtonTest, ClosesNothingWhileCloseIsGreyed) {
+    const auto menu = SystemMenuOf(Window_.winId());
+    menu->SetCloseGreyed(true);
+    Window_.Post(WM_NCLBUTTONDOWN, HTCLOSE);
+    Window_.Post(NativeWindow::Mark, 0);
+    while (Window_.Marks == 0) {
+        Loop_->Yield(60s);
+    }
+    EXPECT_FALSE(SystemHolds());
+    EXPECT_EQ(Window_.Closings, 0);
 }
 
 TEST_F(PressedButtonTest, TheRightOneOfTheMouseHoldsNothing) {

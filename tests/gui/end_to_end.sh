@@ -11,16 +11,7 @@ source "$(dirname "$0")/real_screen.sh"
 clipboard_text=$(realpath "$1")
 shift
 
-# == The units, and what the user does
-
-# It hears and says nothing until it is let go on.
-hold_unit() {
-    kill -STOP "$unit"
-}
-
-release_unit() {
-    kill -CONT "$unit"
-}
+# == What the user does
 
 # Its run, if there is one, is cancelled.
 end_program() {
@@ -63,11 +54,6 @@ calls_of() {
     *_NET_WM_STATE_DEMANDS_ATTENTION*) echo calls ;;
     *) echo silent ;;
     esac
-}
-
-# Every section and key, each once, however many copies have written them.
-setting_names() {
-    tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -F= '/^\[/ { section = $0 } /=/ { print section, $1 }' | sort
 }
 
 # What the window's display shows.
@@ -153,21 +139,6 @@ it_cannot_be_closed_while_blocks_are_sent() {
     expect "the mark of a programming" No setting Status Programming
 }
 
-its_caption_tells_a_user_elsewhere_how_far_it_is() {
-    start_slow_unit
-    hold_unit
-    start_program "$station/image.bin"
-    look_elsewhere
-    expect "the time left to wait" 'Burnwick - [0-9]* seconds' caption_of "$window"
-    release_unit
-    expect "the percentage" 'Burnwick - [1-9]*%' caption_of "$window"
-    activate "$window"
-    expect "the caption for a user who is back" 'Burnwick - Programming image.bin...' caption_of "$window"
-    look_elsewhere
-    expect "the percentage once more" 'Burnwick - [1-9]*%' caption_of "$window"
-    end_program
-}
-
 a_run_that_ends_in_the_background_calls_the_user() {
     start_fast_unit
     hold_unit
@@ -208,56 +179,6 @@ a_second_copy_brings_the_first_to_the_front() {
         || complain "  milliseconds until the second copy ended" "    expected: at most $limit" "    found:    $took"
     expect "the active window" "$window" xdotool getactivewindow
     leave_program
-}
-
-# agree_to_verification PROCESS
-agree_to_verification() {
-    expect "the question for a verification" '[0-9]*' windows_of "$1" '^Verification$'
-    activate "$found"
-    xdotool key Return
-}
-
-no_verification_file() {
-    ! compgen -G "$BURNWICK_HOME/Verify*.tmp"
-}
-
-a_second_copy_programs_and_verifies_another_unit_at_the_same_time() {
-    local first first_window
-    start_unit line2 --size 65536 --pace
-    start_slow_unit
-    # Another image: its last bytes differ.
-    { head -c 65500 "$station/image.bin" && printf '%036d' 2; } >"$station/image2.bin"
-
-    start_program "$station/image.bin"
-    first=$program first_window=$window
-    expect_sending
-    sed -i -e 's/^COM=1/COM=2/' -e 's/^\[Options\].*/&\nVerify=1\r/' "$BURNWICK_HOME/Burnwick.ini"
-    start_program "$station/image2.bin"
-    expect "the caption of the second" 'Burnwick - Programming image2.bin...' caption_of "$window"
-    # The user is in the window of the second.
-    expect "the caption of the first" 'Burnwick - *%' caption_of "$first_window"
-    agree_to_verification "$first"
-    agree_to_verification "$program"
-
-    expect_programmed "$first_window"
-    expect_programmed "$window"
-    expect_success "the first unit holds its image" cmp "$station/image.bin" "$station/line.flash"
-    expect_success "the second unit holds its image" cmp "$station/image2.bin" "$station/line2.flash"
-    expect "both records" 'Status: Programming was completed successfully.
-Status: Programming was completed successfully.' log_lines ^Status
-    expect "both verdicts" 'Verification: Verifying was successfully.
-Verification: Verifying was successfully.' log_lines ^Verification
-    expect_success "no verification file is left" no_verification_file
-    expect "both images in the log" "$station/image.bin"$'\n'"$station/image2.bin" log_lines '^/'
-    expect "the latest file" "$station/image2.bin" setting LastOpenFile 1
-    expect "the one before" "$station/image.bin" setting LastOpenFile 2
-    leave_program
-    program=$first window=$first_window
-    leave_program
-    expect "the mark of a programming" No setting Status Programming
-    expect "settings" '*?' setting_names
-    [ -z "$(uniq -d <<<"$found")" ] || complain "  settings that are there twice:" "$(uniq -d <<<"$found")"
-    expect "the first line's setting" "$station/line" setting Ports COM1
 }
 
 it_can_be_used_with_the_keyboard_alone() {
@@ -338,7 +259,7 @@ behaviours=(
     it_has_its_icon_in_many_sizes
     its_size_is_fixed
     it_cannot_be_closed_while_blocks_are_sent
-    its_caption_tells_a_user_elsewhere_how_far_it_is
+    its_caption_tells_a_user_elsewhere_how_far_the_run_has_come
     a_run_that_ends_in_the_background_calls_the_user
     a_run_is_kept_in_log_and_settings
     a_second_copy_brings_the_first_to_the_front

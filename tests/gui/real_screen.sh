@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Sourced, before all else but wine, by what uses the programs on a real X server with a window manager, and looks at them from
-# outside only: SCRIPT PROGRAM UNIT SAMPLE ... Each behaviour is a function; it has a shell, a home and simulated units of
-# its own, and the folder $station.
+# Sourced, before all else but wine, by what uses the programs on a real X server with a window manager, and looks at
+# them from outside only: SCRIPT PROGRAM UNIT SAMPLE ... Each behaviour is a function; it has a shell, a home and
+# simulated units of its own, and the folder $station.
 set -euo pipefail
 
 if [ "${BURNWICK_SCREEN-}" != own ]; then
@@ -40,17 +40,40 @@ complain() {
     exit 1
 }
 
-# expect WHAT PATTERN COMMAND...: what the command prints comes to match the pattern. It is in $found then.
+# expect WHAT PATTERN COMMAND...: what the command prints comes to be this, or to match it as a pattern. It is in $found
+# then.
 expect() {
     local what=$1 pattern=$2 limit=$((SECONDS + patience))
     shift 2
     while true; do
         found=$("$@" 2>/dev/null) || true
         # shellcheck disable=SC2053
-        [[ $found != $pattern ]] || return 0
+        [[ $found != $pattern && $found != "$pattern" ]] || return 0
         [ "$SECONDS" -lt "$limit" ] || complain "  $what" "    expected: $pattern" "    found:    $found"
         sleep 0.02
     done
+}
+
+# comes PATTERN COMMAND...: within three seconds what it prints matches the pattern.
+comes() {
+    local limit=$((SECONDS + 3))
+    # shellcheck disable=SC2053
+    until [[ $("${@:2}" 2>/dev/null) == $1 ]]; do
+        [ "$SECONDS" -lt "$limit" ] || return 1
+        sleep 0.02
+    done
+}
+
+# again PATTERN LOOK DEED...: does it until LOOK shows that it has had its effect. A key that comes while a window is
+# being activated may be lost on a busy machine.
+again() {
+    local pattern=$1 look=$2 tries
+    for ((tries = 0; tries < 10; tries++)); do
+        "${@:3}"
+        # shellcheck disable=SC2086
+        ! comes "$pattern" $look || return 0
+    done
+    complain "  tried in vain: ${*:3}"
 }
 
 # expect_success WHAT COMMAND...
@@ -101,6 +124,15 @@ start_slow_unit() {
     start_unit line --size 65536 --pace
 }
 
+# It hears and says nothing until it is let go on.
+hold_unit() {
+    kill -STOP "$unit"
+}
+
+release_unit() {
+    kill -CONT "$unit"
+}
+
 # start_program ARGUMENT...: its process is $program, its window $window.
 start_program() {
     start_copy "$@"
@@ -115,9 +147,16 @@ start_copy() {
     copy=$!
 }
 
-# windows_of PROCESS NAME
+# windows_of PROCESS NAME: those of any process, when it is "-".
 windows_of() {
-    xdotool search --onlyvisible --all --pid "$1" --name "$2"
+    local of=(--pid "$1")
+    [ "$1" != - ] || of=()
+    xdotool search --onlyvisible --all "${of[@]}" --name "$2"
+}
+
+# program_path PATH: the program's name for a file.
+program_path() {
+    printf '%s' "$1"
 }
 
 # setting SECTION KEY
@@ -154,6 +193,12 @@ look_elsewhere() {
     activate "$elsewhere"
 }
 
+# expect_elsewhere CAPTION: what the window tells a user who works in another one.
+expect_elsewhere() {
+    look_elsewhere
+    expect "the caption for a user elsewhere" "$1" caption_of "$window"
+}
+
 activate() {
     xdotool windowactivate "$1"
     expect "the active window" "$1" xdotool getactivewindow
@@ -170,6 +215,91 @@ caption_of() {
 
 log_lines() {
     tr -d '\r' <"$BURNWICK_HOME/Burnwick.log" | grep "$1"
+}
+
+# Every section and key, each once, however many copies have written them.
+setting_names() {
+    tr -d '\r' <"$BURNWICK_HOME/Burnwick.ini" | awk -F= '/^\[/ { section = $0 } /=/ { print section, $1 }' | sort
+}
+
+# close_by KEY...: it closes the window $found.
+close_by() {
+    activate "$found"
+    again no "answer is_shown $found" press_in "$found" "$@"
+}
+
+is_shown() {
+    xwininfo -id "$1" | grep IsViewable
+}
+
+# One that has just closed does not pass the key on to another.
+press_in() {
+    [ "$(xdotool getactivewindow)" != "$1" ] || xdotool key "${@:2}"
+}
+
+# == Behaviours on more than one system
+
+its_caption_tells_a_user_elsewhere_how_far_the_run_has_come() {
+    start_slow_unit
+    hold_unit
+    start_program "$(program_path "$station/image.bin")"
+    expect_elsewhere 'Burnwick - [0-9]* seconds'
+    release_unit
+    expect "the percentage" 'Burnwick - [1-9]*%' caption_of "$window"
+    activate "$window"
+    expect "the caption for a user who is back" 'Burnwick - Programming image.bin...' caption_of "$window"
+    expect_elsewhere 'Burnwick - [1-9]*%'
+    end_program
+}
+
+# agree_to_verification PROCESS
+agree_to_verification() {
+    expect "the question for a verification" '[0-9]*' windows_of "$1" '^Verification$'
+    close_by Return
+}
+
+no_verification_file() {
+    ! compgen -G "$BURNWICK_HOME/Verify*.tmp"
+}
+
+a_second_copy_programs_and_verifies_another_unit_at_the_same_time() {
+    local first first_window image image2
+    image=$(program_path "$station/image.bin") image2=$(program_path "$station/image2.bin")
+    start_unit line2 --size 65536 --pace
+    start_slow_unit
+    # Another image: its last bytes differ.
+    { head -c 65500 "$station/image.bin" && printf '%036d' 2; } >"$station/image2.bin"
+
+    start_program "$image"
+    first=$program first_window=$window
+    expect_sending
+    sed -i -e 's/^COM=1/COM=2/' -e '/^Verify=/d' -e 's/^\[Options\].*/&\nVerify=1\r/' "$BURNWICK_HOME/Burnwick.ini"
+    start_program "$image2"
+    expect "the caption of the second" 'Burnwick - Programming image2.bin...' caption_of "$window"
+    # The user is in the window of the second.
+    expect "the caption of the first" 'Burnwick - *%' caption_of "$first_window"
+    agree_to_verification "$first"
+    agree_to_verification "$program"
+
+    expect_programmed "$first_window"
+    expect_programmed "$window"
+    expect_success "the first unit holds its image" cmp "$station/image.bin" "$station/line.flash"
+    expect_success "the second unit holds its image" cmp "$station/image2.bin" "$station/line2.flash"
+    expect "both records" 'Status: Programming was completed successfully.
+Status: Programming was completed successfully.' log_lines ^Status
+    expect "both verdicts" 'Verification: Verifying was successfully.
+Verification: Verifying was successfully.' log_lines ^Verification
+    expect_success "no verification file is left" no_verification_file
+    expect "both images in the log" "$image"$'\n'"$image2" log_lines '[.]bin$'
+    expect "the latest file" "$image2" setting LastOpenFile 1
+    expect "the one before" "$image" setting LastOpenFile 2
+    leave_program
+    program=$first window=$first_window
+    leave_program
+    expect "the mark of a programming" No setting Status Programming
+    expect "settings" '*?' setting_names
+    [ -z "$(uniq -d <<<"$found")" ] || complain "  settings that are there twice:" "$(uniq -d <<<"$found")"
+    expect "a setting that was there before" 1 setting COMPort BaudRate
 }
 
 # == Screen, bus, and one behaviour after the other

@@ -16,6 +16,10 @@ export BURNWICK_UNIT_FLASH
 # What is no device is denied in the words that a driver has for a port that is taken.
 ln -s "$work" "$WINEPREFIX/dosdevices/com9"
 export BURNWICK_DENIED=COM9
+# A file keeps others out as a port does while somebody has it.
+: >"$work/held"
+ln -s "$work/held" "$WINEPREFIX/dosdevices/com10"
+export BURNWICK_HELD=COM10
 
 # What cannot be tried here. Any other test that skips itself has lost what it needs.
 may_skip=(ComDeviceTest.ASecondOpenIsRefusedAsBusy SystemRegistryTest.ShowsTheUsersClassesAmongAll)

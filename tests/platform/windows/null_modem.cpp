@@ -1,7 +1,7 @@
 // A cable between two lines, for programs that see them as COM ports: two pseudo-terminals, linked from the
 // two paths given, each getting what is written to the other. Runs until it is ended. Either end may write an
-// order: after "hang up" both lines are gone, and new ones are in their place; after "stop reading" nobody
-// takes what the other end writes, until then.
+// order: after "hang up" both lines are gone, and new ones are in their place; until then, after "stop
+// reading" nobody takes what the other end writes.
 
 #include <fcntl.h>
 #include <poll.h>

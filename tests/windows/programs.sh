@@ -10,7 +10,7 @@ start_unit "$work/line" --flash "$work/memory"
 start_unit "$work/slow" --pace
 start_with_line "$work/near" "$native/null_modem" "$work/near" "$work/far"
 start_windows COM1 "$work/line" COM2 "$work/slow" COM7 "$work/near" COM12 "$work/far"
-export BURNWICK_LINE=COM7,COM12 BURNWICK_UNIT_PORT=COM1
+export BURNWICK_LINE=COM7,COM12 BURNWICK_UNIT_PORT=COM1 BURNWICK_DRIVE='C:\'
 BURNWICK_UNIT_FLASH=$(windows_path "$work/memory")
 export BURNWICK_UNIT_FLASH
 # What is no device is denied in the words that a driver has for a port that is taken.
@@ -23,6 +23,7 @@ export BURNWICK_HELD=COM10
 
 # What cannot be tried here. Any other test that skips itself has lost what it needs.
 may_skip=(ComDeviceTest.ASecondOpenIsRefusedAsBusy SystemRegistryTest.ShowsTheUsersClassesAmongAll)
+[ "$EUID" -ne 0 ] || may_skip+=(CopyToFolderOnWindows.AReadOnlyFileIsNotReplaced)
 
 # Whoever may mount shows the tests a program on a disk that cannot be written.
 if small_disk 50m 'settings and log of a program on a disk that cannot be written'; then

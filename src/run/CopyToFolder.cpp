@@ -1,5 +1,6 @@
 #include "run/CopyToFolder.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -7,6 +8,7 @@
 #include <optional>
 
 #include "image/modBinFileInfo.h"
+#include "platform/FolderNames.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick {
@@ -116,14 +118,10 @@ fs::path PathIn(const std::string& folder, const std::string& name) {
 
 bool HasFile(const std::string& folder, const std::string& name, std::error_code& error) {
     const fs::path wanted = Utf8Path(name);
-    fs::directory_iterator entry(Utf8Path(folder), error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code ignored;
-        if (entry->path().filename() == wanted && !entry->is_directory(ignored)) {
-            return true;
-        }
-    }
-    return false;
+    const auto names = FolderNames(Utf8Path(folder), error);
+    std::error_code ignored;
+    return std::find(names.begin(), names.end(), wanted) != names.end()
+           && !fs::is_directory(Utf8Path(folder) / wanted, ignored);
 }
 
 std::string SizeAndTime(std::uint64_t bytes, const std::tm& modified) {

@@ -10,7 +10,7 @@ start_unit "$work/line" --flash "$work/memory"
 start_unit "$work/slow" --pace
 start_with_line "$work/near" "$native/null_modem" "$work/near" "$work/far"
 start_windows COM1 "$work/line" COM2 "$work/slow" COM7 "$work/near" COM12 "$work/far"
-export BURNWICK_LINE=COM7,COM12 BURNWICK_UNIT_PORT=COM1 BURNWICK_DRIVE='C:\'
+export BURNWICK_LINE=COM7,COM12 BURNWICK_UNIT_PORT=COM1 BURNWICK_DRIVE=C:
 BURNWICK_UNIT_FLASH=$(windows_path "$work/memory")
 export BURNWICK_UNIT_FLASH
 # What is no device is denied in the words that a driver has for a port that is taken.

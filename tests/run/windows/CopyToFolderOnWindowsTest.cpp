@@ -93,10 +93,11 @@ TEST_F(CopyToFolderOnWindows, AReadOnlyImageWhosePlaceIsTakenMeanwhileLeavesNoth
 }
 
 TEST_F(CopyToFolderOnWindows, ADrivesRootIsAFolder) {
-    const char* root = std::getenv("BURNWICK_DRIVE");
-    if (root == nullptr) {
+    const char* drive = std::getenv("BURNWICK_DRIVE");
+    if (drive == nullptr) {
         GTEST_SKIP() << "BURNWICK_DRIVE names no drive in whose root files may be written";
     }
+    const std::string root = std::string(drive) + "\\";
     const fs::path target = PathIn(root, "unit.bin");
     EXPECT_EQ(CopyWhole(Source_, target, Existing::Keep), "");
     EXPECT_EQ(ReadFile(target), Content_);
@@ -117,8 +118,11 @@ TEST_F(CopyToFolderOnWindows, APathMayBeLongerThan260Characters) {
     EXPECT_EQ(ReadFile(folder / "unit.bin"), Content_);
     EXPECT_EQ(CopyWhole(folder / "unit.bin", folder / "other.bin", Existing::Replace), "");
     EXPECT_EQ(ReadFile(folder / "other.bin"), Content_);
+    std::error_code error;
+    EXPECT_TRUE(HasFile(folder.string(), "unit.bin", error));
+    EXPECT_FALSE(HasFile(folder.string(), "Burnwick-copy-1.tmp", error));
     EXPECT_FALSE(fs::exists(folder / "Burnwick-copy-1.tmp"));
-    // The toolkit's own way to take it all away ends at such a path.
+    // The standard library's own way to take it all away finds no end there.
     for (const auto& path : {folder / "unit.bin", folder / "other.bin", folder, folder.parent_path()}) {
         fs::remove(path);
     }

@@ -1,5 +1,6 @@
 #include "run/CopyToFolder.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -7,6 +8,7 @@
 #include <optional>
 
 #include "image/modBinFileInfo.h"
+#include "platform/FolderNames.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick {
@@ -41,13 +43,14 @@ std::error_code WriteTrouble(const fs::path& file) {
 }
 
 // A new folder for a file on its way: beside the target, so that it can be renamed into its place, and under
-// a name that nobody has, for the folder around is the user's. Gone with all that is in it.
+// a name that nobody has, for the folder around is the user's. Gone with its file.
 class PassingFolder {
 public:
-    explicit PassingFolder(const fs::path& folder) {
+    explicit PassingFolder(const fs::path& target) {
         constexpr int mostNames = 100;
         for (int i = 1; i <= mostNames; ++i) {
-            Path_ = folder / ("Burnwick-copy-" + std::to_string(i) + ".tmp");
+            Path_ = target.parent_path() / ("Burnwick-copy-" + std::to_string(i) + ".tmp");
+            File_ = Path_ / target.filename();
             IsMade_ = fs::create_directory(Path_, Error_);
             if (IsMade_ || (Error_ && Error_ != std::errc::file_exists)) {
                 return;
@@ -60,15 +63,19 @@ public:
     ~PassingFolder() {
         std::error_code ignored;
         if (IsMade_) {
-            fs::remove_all(Path_, ignored);
+            // Not every system removes what may not be written.
+            fs::permissions(File_, fs::perms::owner_write, fs::perm_options::add, ignored);
+            fs::remove(File_, ignored);
+            fs::remove(Path_, ignored);
         }
     }
 
-    const fs::path& Path() const { return Path_; }
+    const fs::path& File() const { return File_; }
     std::error_code Error() const { return Error_; }
 
 private:
     fs::path Path_;
+    fs::path File_;
     bool IsMade_ = false;
     std::error_code Error_;
 };
@@ -87,16 +94,15 @@ std::error_code WriteCopy(const fs::path& source, const fs::path& fresh) {
 }
 
 std::error_code Copy(const fs::path& source, const fs::path& target, fs::perms permissions) {
-    const PassingFolder passing(target.parent_path());
+    const PassingFolder passing(target);
     if (passing.Error()) {
         return passing.Error();
     }
-    const fs::path fresh = passing.Path() / target.filename();
-    std::error_code error = WriteCopy(source, fresh);
+    std::error_code error = WriteCopy(source, passing.File());
     if (!error) {
         std::error_code ignored;  // some file systems know no permissions
-        fs::permissions(fresh, permissions, ignored);
-        fs::rename(fresh, target, error);
+        fs::permissions(passing.File(), permissions, ignored);
+        fs::rename(passing.File(), target, error);
     }
     return error;
 }
@@ -112,14 +118,10 @@ fs::path PathIn(const std::string& folder, const std::string& name) {
 
 bool HasFile(const std::string& folder, const std::string& name, std::error_code& error) {
     const fs::path wanted = Utf8Path(name);
-    fs::directory_iterator entry(Utf8Path(folder), error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code ignored;
-        if (entry->path().filename() == wanted && !entry->is_directory(ignored)) {
-            return true;
-        }
-    }
-    return false;
+    const auto names = FolderNames(Utf8Path(folder), error);
+    std::error_code ignored;
+    return std::find(names.begin(), names.end(), wanted) != names.end()
+           && !fs::is_directory(Utf8Path(folder) / wanted, ignored);
 }
 
 std::string SizeAndTime(std::uint64_t bytes, const std::tm& modified) {

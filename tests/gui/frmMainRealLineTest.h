@@ -43,7 +43,11 @@ protected:
 
 private:
     std::unique_ptr<MessageLoop> RealLoop_ = NewWindowLoop();
+
+protected:
     WatchedLoop Loop_{*RealLoop_};
+
+private:
     FakeShell Shell_;
     WindowServices Services_{
         .Product = {.Title = "Burnwick", .Major = 2, .Minor = 8, .Revision = 1000},

@@ -2,14 +2,19 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <fstream>
+#include <tuple>
 
+#include "Child.h"
 #include "TestLine.h"
 #include "platform/LoopHelpers.h"
 #include "platform/MSComm.h"
+#include "platform/windows/ComErrors.h"
 #include "platform/windows/ComLine.h"
 #include "platform/windows/WaitLoop.h"
+#include "platform/windows/WideText.h"
 #include "support/TempFolder.h"
 
 namespace burnwick {
@@ -40,6 +45,37 @@ protected:
     }
 
     void OpenNear() { ASSERT_EQ(Near_.Open(Line_.Near(), {}).value_or(success).Description, ""); }
+
+    // What any program is told of the near end, as long as the system hands a port to several.
+    DCB NearLine() const {
+        const auto path = WideText("\\\\.\\" + Line_.Near());
+        const UniqueHandle port(
+            CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        return (port ? LineOf(port.Get()) : std::nullopt).value_or(DCB{});
+    }
+
+    // The cable takes orders.
+    void Order(const std::string& what) {
+        Bytes bytes(what.size());
+        std::transform(what.begin(), what.end(), bytes.begin(),
+                       [](char c) { return static_cast<std::byte>(c); });
+        Far_.Write(bytes);
+    }
+
+    // Both lines are gone, and new ones are in their place. Ten seconds at most.
+    bool HangUp() {
+        Order("hang up");
+        return IsGone(Far_);
+    }
+
+    static bool IsGone(ComDevice& device) {
+        std::array<std::byte, 512> room{};
+        const auto limit = std::chrono::steady_clock::now() + 10s;
+        while (device.Read(room) && std::chrono::steady_clock::now() < limit) {
+            WaitForSingleObject(reinterpret_cast<HANDLE>(*device.InputHandle()), 10);
+        }
+        return !device.Read(room);
+    }
 
     // Waits as a loop does, until so many bytes are there, five seconds at most.
     static Bytes Receive(ComDevice& device, std::size_t count) {
@@ -159,19 +195,40 @@ TEST_F(ComDeviceTest, ChangesTheSpeedWhileOpen) {
 }
 
 TEST_F(ComDeviceTest, ClosingPutsTheLinesSettingsBack) {
-    const auto name = Line_.Near();
-    const auto path = L"\\\\.\\" + std::wstring(name.begin(), name.end());
-    const auto speed = [&path] {
-        const UniqueHandle port(
-            CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-        const auto line = port ? LineOf(port.Get()) : std::nullopt;
-        return line ? line->BaudRate : 0;
-    };
-    const auto before = speed();
+    const auto before = NearLine().BaudRate;
     OpenNear();
     EXPECT_TRUE(Near_.Apply({before == 115200 ? 57600U : 115200U, 'N', 8, 1}));
     Near_.Close();
-    EXPECT_EQ(speed(), before);
+    EXPECT_EQ(NearLine().BaudRate, before);
+}
+
+TEST_F(ComDeviceTest, AFrameThatTheLineCannotHaveLeavesTheLine) {
+    if (!test::TestLine::HasEightBitsOnly()) {
+        GTEST_SKIP() << "this line can have any frame";
+    }
+    ASSERT_FALSE(Near_.Open(Line_.Near(), {57600, 'N', 8, 1}));
+    EXPECT_FALSE(Near_.Apply({9600, 'E', 7, 1}));
+    const auto line = NearLine();
+    EXPECT_EQ(std::tuple(line.BaudRate, line.ByteSize, line.Parity, line.StopBits),
+              std::tuple(57600U, 8, NOPARITY, ONESTOPBIT));
+    Near_.Write(AllByteValues());
+    EXPECT_EQ(Receive(Far_, 256), AllByteValues());
+}
+
+TEST_F(ComDeviceTest, OpeningWithAFrameThatTheLineCannotHaveSaysSoAndPutsTheLineBack) {
+    if (!test::TestLine::HasEightBitsOnly()) {
+        GTEST_SKIP() << "this line can have any frame";
+    }
+    const auto before = NearLine();
+    const LineSettings other{before.BaudRate == 9600 ? 57600U : 9600U, 'E', 7, 1};
+    const auto error = Near_.Open(Line_.Near(), other).value_or(success);
+    EXPECT_EQ(error.Number, CommErrorNumber::UnusableSettings);
+    EXPECT_THAT(error.Description, HasSubstr(Line_.Near()));
+    EXPECT_THAT(error.Description, HasSubstr(ToText(other)));
+    const auto after = NearLine();
+    EXPECT_EQ(std::tuple(after.BaudRate, after.ByteSize, after.Parity),
+              std::tuple(before.BaudRate, before.ByteSize, before.Parity));
+    OpenNear();
 }
 
 TEST_F(ComDeviceTest, WaitingForInputUsesNextToNoProcessor) {
@@ -199,6 +256,61 @@ TEST_F(ComDeviceTest, InputEndsTheSleepOfTheLoop) {
     }
 }
 
+TEST_F(ComDeviceTest, AHangUpIsToldAndEverythingElseIsHarmlessAndQuick) {
+    OpenNear();
+    ASSERT_TRUE(HangUp());
+    EXPECT_TRUE(IsGone(Near_));
+    EXPECT_EQ(Near_.Read(Room_), std::nullopt);
+    const auto before = std::chrono::steady_clock::now();
+    Near_.Write(AllByteValues());
+    Near_.Apply({57600, 'N', 8, 1});
+    Near_.DiscardInput();
+    Near_.Close();
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 500ms);
+}
+
+TEST_F(ComDeviceTest, AHangUpDoesNotMakeTheLoopSpin) {
+    WaitLoop loop;
+    MSComm comm(loop, std::make_unique<ComDevice>(), [this](int) { return Line_.Near(); });
+    ASSERT_FALSE(comm.SetPortOpen(true));
+    ASSERT_TRUE(HangUp());
+    test::YieldFor(loop, 50ms);
+    EXPECT_LT(test::YieldFor(loop, 50ms), 5);
+}
+
+TEST_F(ComDeviceTest, APortWhoseLineIsGoneCanBeOpenedAgainWhenItIsBack) {
+    OpenNear();
+    ASSERT_TRUE(HangUp());
+    ASSERT_TRUE(IsGone(Near_));
+    OpenNear();
+    ASSERT_FALSE(Far_.Open(Line_.Far(), {}));
+    Near_.Write(AllByteValues());
+    EXPECT_EQ(Receive(Far_, 256), AllByteValues());
+}
+
+TEST_F(ComDeviceTest, AnOtherEndThatNeverReadsHoldsUpNeitherWriteNorCloseForLong) {
+    OpenNear();
+    Order("stop reading");
+    ASSERT_EQ(Receive(Near_, 12).size(), 12U);
+    constexpr std::size_t tooMuch = 1 << 20;
+    Near_.Write(Bytes(tooMuch));
+    const auto first = std::chrono::steady_clock::now();
+    Near_.Write(Bytes(tooMuch));
+    const auto second = std::chrono::steady_clock::now();
+    EXPECT_LT(second - first, 3s);
+    Near_.Close();
+    EXPECT_LT(std::chrono::steady_clock::now() - second, 3s);
+    OpenNear();
+    EXPECT_TRUE(HangUp());
+}
+
+TEST_F(ComDeviceTest, AWriteThatTheDriverTakesInPartsArrivesWhole) {
+    OpenNear();
+    constexpr std::size_t size = 1 << 17;
+    Near_.Write(Bytes(size, std::byte{0xA5}));
+    EXPECT_EQ(Receive(Far_, size), Bytes(size, std::byte{0xA5}));
+}
+
 // Without a line.
 
 TEST(ComDeviceWithoutALine, AMissingPortIsNamedAsMissing) {
@@ -218,6 +330,24 @@ TEST(ComDeviceWithoutALine, APortThatIsDeniedIsBusy) {
     const auto error = device.Open(port, {}).value_or(success);
     EXPECT_EQ(error.Number, CommErrorNumber::Busy);
     EXPECT_THAT(error.Description, HasSubstr(std::string(port) + " is in use by another program ("));
+}
+
+TEST(ComDeviceWithoutALine, APortThatAnotherProcessHoldsIsBusyUntilThatHasEnded) {
+    const char* port = std::getenv("BURNWICK_HELD");
+    if (port == nullptr) {
+        GTEST_SKIP() << "BURNWICK_HELD names no port that is a file";
+    }
+    const std::string path = "\\\\.\\" + std::string(port);
+    test::Child holder(test::Child::Doing(L"hold " + std::wstring(path.begin(), path.end())));
+    ASSERT_EQ(holder.Line(), "held");
+    ComDevice device;
+    const auto error = device.Open(path, {}).value_or(success);
+    EXPECT_EQ(error.Number, CommErrorNumber::Busy);
+    EXPECT_EQ(error.Description, std::string(port) + " is in use by another program ("
+                                     + SystemMessage(ERROR_SHARING_VIOLATION)
+                                     + "): close that program, or choose another port");
+    holder.Kill();
+    EXPECT_EQ(device.Open(path, {}).value_or(success).Number, CommErrorNumber::NotSerial);
 }
 
 TEST(ComDeviceWithoutALine, OtherDevicesAndFoldersAreNoSerialPorts) {
@@ -257,31 +387,6 @@ TEST(ComDeviceWithoutALine, AClosedDeviceTakesEverythingWithoutAWord) {
     std::array<std::byte, 1> room{};
     EXPECT_EQ(device.Read(room), std::nullopt);
     EXPECT_EQ(device.InputHandle(), std::nullopt);
-}
-
-// The last of all: the line is gone when it is over.
-TEST_F(ComDeviceTest, ZAHangUpIsToldAndEverythingElseIsHarmlessAndQuick) {
-    OpenNear();
-    const std::string order = "hang up";
-    Bytes bytes;
-    for (const char c : order) {
-        bytes.push_back(static_cast<std::byte>(c));
-    }
-    Far_.Write(bytes);
-    const auto limit = std::chrono::steady_clock::now() + 5s;
-    std::optional<std::size_t> got = 0;
-    while (got && std::chrono::steady_clock::now() < limit) {
-        WaitForSingleObject(reinterpret_cast<HANDLE>(*Near_.InputHandle()), 100);
-        got = Near_.Read(Room_);
-    }
-    EXPECT_EQ(got, std::nullopt);
-    EXPECT_EQ(Near_.Read(Room_), std::nullopt);
-    const auto before = std::chrono::steady_clock::now();
-    Near_.Write(AllByteValues());
-    Near_.Apply({57600, 'N', 8, 1});
-    Near_.DiscardInput();
-    Near_.Close();
-    EXPECT_LT(std::chrono::steady_clock::now() - before, 500ms);
 }
 
 }  // namespace

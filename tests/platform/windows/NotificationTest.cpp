@@ -2,11 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cstring>
 #include <future>
 #include <thread>
 
 #include "platform/windows/UniqueHandle.h"
 #include "platform/windows/WideText.h"
+
+#include <shellapi.h>
 
 namespace burnwick::test {
 namespace {
@@ -48,7 +52,32 @@ public:
     // All that it has been told, texts and numbers alike, as characters.
     std::wstring Told() const { return Told_; }
 
+    // What a compatibility layer's shell is told; Windows' own hides it in more.
+    bool HasIcon() const { return HasIcon_; }
+
+    // Tells the icon's window, as it wishes to be told.
+    void Tell(UINT happened) const { PostMessageW(IconsWindow_, IconsMessage_, 0, happened); }
+
 private:
+    // How what it is told begins.
+    struct Icon {
+        LONG Window;
+        UINT Id;
+        UINT Flags;
+        UINT Message;
+    };
+
+    void Take(const COPYDATASTRUCT& data) {
+        Told_.append(static_cast<const wchar_t*>(data.lpData), data.cbData / sizeof(wchar_t));
+        HasIcon_ = data.dwData != NIM_DELETE;
+        if (data.dwData == NIM_ADD) {
+            Icon icon{};
+            std::memcpy(&icon, data.lpData, std::min<std::size_t>(sizeof icon, data.cbData));
+            IconsWindow_ = static_cast<HWND>(LongToHandle(icon.Window));
+            IconsMessage_ = icon.Message;
+        }
+    }
+
     HWND NewWindow() {
         WNDCLASSW windowClass{};
         windowClass.lpfnWndProc = OnMessage;
@@ -63,9 +92,8 @@ private:
 
     static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
         if (message == WM_COPYDATA) {
-            const auto* const data = reinterpret_cast<const COPYDATASTRUCT*>(second);
             auto* const self = reinterpret_cast<FakeShell*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-            self->Told_.append(static_cast<const wchar_t*>(data->lpData), data->cbData / sizeof(wchar_t));
+            self->Take(*reinterpret_cast<const COPYDATASTRUCT*>(second));
             return TRUE;
         }
         if (message == WM_DESTROY) {
@@ -75,6 +103,9 @@ private:
     }
 
     std::wstring Told_;
+    bool HasIcon_ = false;
+    HWND IconsWindow_ = nullptr;
+    UINT IconsMessage_ = 0;
     UniqueHandle End_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     std::promise<HWND> Window_;
     HWND Handle_ = nullptr;
@@ -108,6 +139,34 @@ TEST(NotificationTest, IsCutBetweenCharactersWhereTheShellsRoomEnds) {
     EXPECT_THAT(shell.Told(), HasSubstr(std::wstring(254, L'x') + L'\0'));
     EXPECT_THAT(shell.Told(), Not(HasSubstr(std::wstring(254, L'x') + L'\xD83D')));
 }
+
+// What has been told to this thread's windows.
+void HandleMessages() {
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0;) {
+        DispatchMessageW(&message);
+    }
+}
+
+class NotificationIconTest : public testing::TestWithParam<UINT> {};
+
+TEST_P(NotificationIconTest, GoesWithItsMessage) {
+    const FakeShell shell(FakeShell::Kind::Answers);
+    if (!shell.IsThere() || GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") == nullptr) {
+        GTEST_SKIP() << "another shell is there";
+    }
+    Notify("Unit 1", "Programming was completed.");
+    ASSERT_TRUE(shell.HasIcon());
+    shell.Tell(WM_MOUSEMOVE);
+    shell.Tell(NIN_BALLOONSHOW);
+    HandleMessages();
+    EXPECT_TRUE(shell.HasIcon());
+    shell.Tell(GetParam());
+    HandleMessages();
+    EXPECT_FALSE(shell.HasIcon());
+}
+
+INSTANTIATE_TEST_SUITE_P(ThatIsOverOrClicked, NotificationIconTest,
+                         testing::Values(NIN_BALLOONTIMEOUT, NIN_BALLOONUSERCLICK));
 
 TEST(NotificationTest, AShellThatDoesNotAnswerIsNotWaitedFor) {
     const FakeShell shell(FakeShell::Kind::Deaf);

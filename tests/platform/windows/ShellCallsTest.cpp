@@ -5,6 +5,7 @@
 #include "Child.h"
 #include "ForeignFolder.h"
 #include "WideVariable.h"
+#include "platform/Utf8Path.h"
 
 #include <shellapi.h>
 
@@ -12,6 +13,7 @@ namespace burnwick::test {
 namespace {
 
 namespace fs = std::filesystem;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 
 class ShellCallsTest : public testing::Test {
@@ -48,12 +50,14 @@ TEST_F(ShellCallsTest, ReadsALinkAgain) {
 }
 
 TEST_F(ShellCallsTest, StoresALinkThatStartsItsProgramInItsFolder) {
-    const WideVariable note(L"BURNWICK_NOTE", (Folder_.Path() / "note").native());
+    const WideVariable noted(L"BURNWICK_NOTE", (Folder_.Path() / "note").native());
     fs::copy_file(ChildProgram(), Program_);
     ASSERT_TRUE(Shell_->StoreLink(Link_, {Program_, "x"}));
     ShellExecuteW(nullptr, nullptr, Link_.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     ASSERT_TRUE(Appears(Folder_.Path() / "note"));
-    EXPECT_THAT(Content(Folder_.Path() / "note"), HasSubstr("\xD0\xBF\xD1\x80\xD0\xBE\xD0\xB3.exe"));
+    const auto note = Content(Folder_.Path() / "note");
+    EXPECT_THAT(note, HasSubstr("\xD0\xBF\xD1\x80\xD0\xBE\xD0\xB3.exe"));
+    EXPECT_THAT(note, EndsWith('\n' + Utf8Text(Folder_.Path()) + '\n'));
 }
 
 TEST_F(ShellCallsTest, WhatIsNoLinkSaysNothing) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "Child.h"
+#include "RegistryKey.h"
 #include "platform/Registry.h"
 #include "platform/windows/WideText.h"
 
@@ -127,6 +128,22 @@ TEST_F(SystemRegistryTest, DeletesNeverAWholeRoot) {
 
 TEST_F(SystemRegistryTest, SaysWhenTheSystemRefuses) {
     EXPECT_FALSE(Registry_->StoreText(Root_, Key_ + '\\' + std::string(300, 'k'), "", "x"));
+}
+
+TEST_F(SystemRegistryTest, SaysWhenAKeyRefusesAndLeavesItAsItWas) {
+    Registry_->StoreText(Root_, Key_, "", "old");
+    const RefusingKey refusing(HKEY_CURRENT_USER, WideText(Key_).c_str());
+    const auto before = SeenByOthers("HKCU\\" + Key_);
+    EXPECT_FALSE(Registry_->StoreText(Root_, Key_, "", "new"));
+    EXPECT_FALSE(Registry_->StoreText(Root_, Key_, "name", "new"));
+    EXPECT_EQ(SeenByOthers("HKCU\\" + Key_), before);
+}
+
+TEST_F(SystemRegistryTest, DeletesNoValueOfAKeyThatRefuses) {
+    Registry_->StoreText(Root_, Key_, "", "old");
+    const RefusingKey refusing(HKEY_CURRENT_USER, WideText(Key_).c_str());
+    Registry_->DeleteValue(Root_, Key_, "");
+    EXPECT_EQ(Registry_->Text(Root_, Key_, ""), "old");
 }
 
 TEST_F(SystemRegistryTest, ShowsTheUsersClassesAmongAll) {

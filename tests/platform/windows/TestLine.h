@@ -25,6 +25,9 @@ public:
         return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
     }
 
+    // What it has for lines then has but one frame.
+    static bool HasEightBitsOnly() { return IsShared(); }
+
     std::string Near() const { return Names_.substr(0, Names_.find(',')); }
     std::string Far() const { return Names_.substr(Names_.find(',') + 1); }
 

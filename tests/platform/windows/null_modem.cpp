@@ -1,6 +1,7 @@
 // A cable between two lines, for programs that see them as COM ports: two pseudo-terminals, linked from the
-// two paths given, each getting what is written to the other. Runs until it is ended, or until "hang up" is
-// written: then both lines are gone.
+// two paths given, each getting what is written to the other. Runs until it is ended. Either end may write an
+// order: after "hang up" both lines are gone, and new ones are in their place; until then, after "stop
+// reading" nobody takes what the other end writes.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,7 +12,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/linux/UniqueFd.h"
 
@@ -24,8 +27,10 @@ struct Line {
     UniqueFd Far{posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)};
     UniqueFd Near;
     std::string LatestBytes;
+    bool IsRead = true;
 
-    bool LinkFrom(const char* path) {
+    // Whoever opens the path at this moment gets the line before it, or this one.
+    bool LinkFrom(const std::string& path) {
         if (!Far || grantpt(Far.Get()) != 0 || unlockpt(Far.Get()) != 0) {
             return false;
         }
@@ -34,45 +39,64 @@ struct Line {
         termios line{};
         tcgetattr(Near.Get(), &line);
         cfmakeraw(&line);
-        unlink(path);
-        return tcsetattr(Near.Get(), TCSANOW, &line) == 0 && symlink(name, path) == 0;
+        const std::string fresh = path + ".new";
+        return tcsetattr(Near.Get(), TCSANOW, &line) == 0 && symlink(name, fresh.c_str()) == 0
+               && rename(fresh.c_str(), path.c_str()) == 0;
+    }
+
+    bool WasTold(const char* order) const { return LatestBytes.ends_with(order); }
+
+    pollfd Input() const { return {IsRead ? Far.Get() : -1, POLLIN, 0}; }
+};
+
+struct Cable {
+    Line One;
+    Line Other;
+
+    // Nothing when there is no line to be had.
+    static std::unique_ptr<Cable> Between(const char* one, const char* other) {
+        auto cable = std::make_unique<Cable>();
+        return cable->One.LinkFrom(one) && cable->Other.LinkFrom(other) ? std::move(cable) : nullptr;
     }
 };
 
-// False when it is time to end.
-bool Carry(Line& from, const Line& to) {
-    const std::string order = "hang up";
+// False when the line is to be gone.
+bool Carry(Line& from, Line& to) {
+    constexpr std::size_t longestOrder = 12;
     std::array<char, 4096> bytes{};
     const auto got = read(from.Far.Get(), bytes.data(), bytes.size());
     if (got <= 0 || write(to.Far.Get(), bytes.data(), static_cast<std::size_t>(got)) != got) {
         return false;
     }
     from.LatestBytes.append(bytes.data(), static_cast<std::size_t>(got));
-    if (from.LatestBytes.ends_with(order)) {
-        return false;
+    from.LatestBytes.erase(0, from.LatestBytes.size() - std::min(from.LatestBytes.size(), longestOrder));
+    to.IsRead = to.IsRead && !from.WasTold("stop reading");
+    return !from.WasTold("hang up");
+}
+
+// Until both lines are to be gone.
+void Serve(Cable& cable) {
+    for (bool goesOn = true; goesOn;) {
+        std::array<pollfd, 2> input{cable.One.Input(), cable.Other.Input()};
+        goesOn = poll(input.data(), input.size(), -1) > 0;
+        goesOn = goesOn && (input[0].revents == 0 || Carry(cable.One, cable.Other));
+        goesOn = goesOn && (input[1].revents == 0 || Carry(cable.Other, cable.One));
     }
-    from.LatestBytes.erase(0, from.LatestBytes.size() - std::min(from.LatestBytes.size(), order.size()));
-    return true;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     constexpr int usage = 64;
-    Line one;
-    Line other;
     if (argc != 3) {
         return usage;
     }
-    if (!one.LinkFrom(argv[1]) || !other.LinkFrom(argv[2])) {
-        std::perror("null_modem");
-        return 1;
+    auto cable = Cable::Between(argv[1], argv[2]);
+    while (cable) {
+        Serve(*cable);
+        auto next = Cable::Between(argv[1], argv[2]);
+        cable = std::move(next);
     }
-    for (bool goesOn = true; goesOn;) {
-        std::array<pollfd, 2> input{{{one.Far.Get(), POLLIN, 0}, {other.Far.Get(), POLLIN, 0}}};
-        goesOn = poll(input.data(), input.size(), -1) > 0;
-        goesOn = goesOn && (input[0].revents == 0 || Carry(one, other));
-        goesOn = goesOn && (input[1].revents == 0 || Carry(other, one));
-    }
-    return 0;
+    std::perror("null_modem");
+    return 1;
 }

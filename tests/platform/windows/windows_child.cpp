@@ -16,6 +16,7 @@
 #include "platform/System.h"
 #include "platform/Utf8Path.h"
 #include "platform/windows/SystemHeaders.h"
+#include "platform/windows/UniqueHandle.h"
 #include "platform/windows/WideText.h"
 #include "settings/modUtility.h"
 
@@ -35,6 +36,16 @@ void Say(const std::string& line) {
 int Lock(const Arguments& arguments) {
     const auto lock = LockFile(arguments.at(0), 0ms);
     Say(lock ? "locked" : "refused");
+    Sleep(INFINITE);
+    return 0;
+}
+
+// As a program holds a port, or a file that nobody else may have meanwhile.
+int Hold(const Arguments& arguments) {
+    constexpr DWORD forNobodyElse = 0;
+    const UniqueHandle held(CreateFileW(arguments.at(0).c_str(), GENERIC_READ | GENERIC_WRITE, forNobodyElse,
+                                        nullptr, OPEN_EXISTING, 0, nullptr));
+    Say(held ? "held" : "refused");
     Sleep(INFINITE);
     return 0;
 }
@@ -185,6 +196,7 @@ int main() {
     const std::vector<std::wstring> all(words, words + count);
     const std::map<std::wstring, std::function<int(const Arguments&)>> verbs{
         {L"lock", Lock},
+        {L"hold", Hold},
         {L"replace", Replace},
         {L"folder", Folder},
         {L"write-settings", WriteSettings},

@@ -65,7 +65,7 @@ class Tidy:
         output = words[words.index("-o") + 1]
         if output not in self.dependencies:
             return None
-        read = [f"{portable(path)} {content(path)}" for path in sorted(self.dependencies[output])]
+        read = sorted(f"{portable(path)} {content(path)}" for path in self.dependencies[output])
         parts = [*self.common, *words, *read]
         return CACHE / hashlib.sha256("\n".join(map(portable, parts)).encode()).hexdigest()
 

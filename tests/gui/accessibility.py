@@ -8,6 +8,7 @@ and ends with 1 then.
 import os
 import subprocess
 import sys
+import time
 from dataclasses import replace
 
 sys.path.insert(0, os.path.dirname(os.path.realpath(__file__)))
@@ -22,11 +23,22 @@ def open_form(form):
     return window(form.name)
 
 
+def close_by_key(form):
+    """False when a busy window manager has lost the key. It is never for another window."""
+    front = subprocess.run(["xdotool", "getactivewindow", "getwindowname"], capture_output=True, text=True, check=False)
+    if front.stdout.strip() == form.title:
+        subprocess.run(["xdotool", "key", "alt+F4"], check=True)
+    limit = time.monotonic() + 3
+    while not seen.is_gone(form.name) and time.monotonic() < limit:
+        time.sleep(0.01)
+    return seen.is_gone(form.name)
+
+
 def leave_form(form):
     if form.leave:
         act(find(window(form.name), form.leave))
     else:
-        subprocess.run(["xdotool", "key", "alt+F4"], check=True)
+        until(f"an answer of {form.name} to Alt+F4", lambda: close_by_key(form))
     seen.until_gone(form.name)
     if form.under:
         leave_form(form.under)

@@ -67,8 +67,12 @@ def window(name):
         (each for each in windows() if each.get_name() == name and {"active", "showing"} <= states(each)), None))
 
 
+def is_gone(name):
+    return all(each.get_name() != name for each in windows())
+
+
 def until_gone(name):
-    until(f"the end of the window {name}", lambda: all(each.get_name() != name for each in windows()))
+    until(f"the end of the window {name}", lambda: is_gone(name))
 
 
 def find(root, name, role=None):

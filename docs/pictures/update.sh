@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Copies the pictures that the manual and README show from where the tests leave them, as small as they get.
-# docs/pictures/update.sh [FOLDER]: without a folder, from build/debug/pictures.
+# docs/pictures/update.sh [FOLDER]: without a folder, from build/asan/pictures.
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd)
-from=$(cd "${1-$top/build/debug/pictures}" && pwd)
+from=$(cd "${1-$top/build/asan/pictures}" && pwd)
 cd "$top"
 
 mapfile -t names < <(grep -ohE '(\.\./|docs/)pictures/[A-Za-z0-9@._-]+\.(png|jpg)' docs/manual/*.md README.md | sed 's|.*/||' | sort -u)

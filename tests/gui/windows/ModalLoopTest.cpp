@@ -34,14 +34,6 @@ struct Held {
     friend void PrintTo(const Held& held, std::ostream* out) { *out << held.Name; }
 };
 
-// Whether this thread is in a loop of the system.
-bool SystemHolds() {
-    GUITHREADINFO thread{};
-    thread.cbSize = sizeof thread;
-    GetGUIThreadInfo(GetCurrentThreadId(), &thread);
-    return thread.hwndMoveSize != nullptr || thread.hwndMenuOwner != nullptr;
-}
-
 // The key, as the programs on this thread find it.
 void HoldAlt(bool down) {
     std::array<BYTE, 256> keys{};

@@ -8,6 +8,14 @@
 
 namespace burnwick::test {
 
+// Whether this thread is in a loop of the system.
+inline bool SystemHolds() {
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetCurrentThreadId(), &thread);
+    return thread.hwndMoveSize != nullptr || thread.hwndMenuOwner != nullptr;
+}
+
 // A window of the system, and a count of what it was told.
 class NativeWindow : public QWidget, private QAbstractNativeEventFilter {
 public:

@@ -1,6 +1,6 @@
 // A user who holds the window while a run is on its way.
 #include "gui/frmMainRealLineTest.h"
-#include "platform/windows/SystemHeaders.h"
+#include "gui/windows/NativeWindow.h"
 
 namespace burnwick::test {
 
@@ -17,14 +17,6 @@ struct Hold {
 
     friend void PrintTo(const Hold& hold, std::ostream* out) { *out << hold.Name; }
 };
-
-// Whether this thread is in a loop of the system.
-bool SystemHolds() {
-    GUITHREADINFO thread{};
-    thread.cbSize = sizeof thread;
-    GetGUIThreadInfo(GetCurrentThreadId(), &thread);
-    return thread.hwndMoveSize != nullptr || thread.hwndMenuOwner != nullptr;
-}
 
 }  // namespace
 

@@ -11,8 +11,8 @@ public:
     virtual ~SleepInhibitor() = default;
 };
 
-// `why` is shown to whoever asks the system what keeps it awake. Never null; waits for the system half a
-// second at most.
+// `why` is shown to whoever asks a system that keeps reasons what keeps it awake. Never null; waits for the
+// system half a second at most.
 std::unique_ptr<SleepInhibitor> InhibitSleep(const std::string& why);
 
 }  // namespace burnwick

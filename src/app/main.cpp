@@ -12,7 +12,6 @@
 #include "app/frmMain.h"
 #include "platform/Attention.h"
 #include "platform/Interrupt.h"
-#include "platform/ListedFile.h"
 #include "platform/Notification.h"
 #include "platform/OpenLink.h"
 #include "platform/ProcessText.h"
@@ -20,6 +19,7 @@
 #include "platform/System.h"
 #include "platform/Utf8Path.h"
 #include "platform/WindowLoop.h"
+#include "run/ListedFile.h"
 #include "settings/RegistryShell.h"
 #include "settings/modUtility.h"
 

@@ -6,7 +6,7 @@ namespace burnwick::modSystemMenu {
 
 void ToggleCloseCommand(SystemMenu& menu) {
     menu.SetCloseGreyed(!menu.CloseIsGreyed());
-    menu.RedrawTitleBar();
+    menu.DrawTitleBar(true);
 }
 
 void RemoveSystemMenuItem(SystemMenu& menu, int item) {
@@ -16,7 +16,8 @@ void RemoveSystemMenuItem(SystemMenu& menu, int item) {
     if (item >= 0 && item < static_cast<int>(commands.size())) {
         menu.Delete(commands.at(static_cast<std::size_t>(item)));
     }
-    menu.RedrawTitleBar();
+    menu.DrawTitleBar(false);
+    menu.DrawTitleBar(true);
 }
 
 }  // namespace burnwick::modSystemMenu

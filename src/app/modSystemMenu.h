@@ -9,7 +9,7 @@ namespace burnwick::modSystemMenu {
 void ToggleCloseCommand(SystemMenu& menu);
 
 // Takes a command away: 0 Restore, 1 Move, 2 Size, 3 Minimize, 4 Maximize, 5 Close. Any other number takes
-// nothing, and redraws the title bar only.
+// nothing, and draws the title bar only.
 void RemoveSystemMenuItem(SystemMenu& menu, int item);
 
 }  // namespace burnwick::modSystemMenu

@@ -23,8 +23,8 @@ public:
     virtual bool CloseIsGreyed() const = 0;
     virtual void SetCloseGreyed(bool greyed) = 0;
 
-    // Shows the title bar as it now is.
-    virtual void RedrawTitleBar() = 0;
+    // Draws the title bar anew, as that of an active window or of another.
+    virtual void DrawTitleBar(bool active) = 0;
 };
 
 // The system menu of a window of this process, which must be there for as long.

@@ -20,16 +20,16 @@ public:
         Greyed = greyed;
         Calls.emplace_back(greyed ? "grey" : "ungrey");
     }
-    void RedrawTitleBar() override { Calls.emplace_back("redraw"); }
+    void DrawTitleBar(bool active) override { Calls.emplace_back(active ? "active" : "inactive"); }
 
     bool Greyed = false;
     std::vector<std::string> Calls;
 };
 
-TEST(modSystemMenuTest, AToggleGreysTheCloseCommandAndRedrawsTheTitleBar) {
+TEST(modSystemMenuTest, AToggleGreysTheCloseCommandAndDrawsTheTitleBar) {
     FakeMenu menu;
     ToggleCloseCommand(menu);
-    EXPECT_THAT(menu.Calls, ElementsAre("grey", "redraw"));
+    EXPECT_THAT(menu.Calls, ElementsAre("grey", "active"));
 }
 
 TEST(modSystemMenuTest, TwoTogglesLeaveTheCloseCommandAsItWas) {
@@ -48,19 +48,25 @@ TEST(modSystemMenuTest, AThirdToggleGreysItAgain) {
 }
 
 TEST(modSystemMenuTest, EachItemHasItsNumber) {
-    FakeMenu menu;
     for (const int item : {0, 1, 2, 3, 4, 5}) {
+        FakeMenu menu;
         RemoveSystemMenuItem(menu, item);
+        EXPECT_EQ(menu.Calls.front(), "delete " + std::to_string(item));
     }
-    EXPECT_THAT(menu.Calls, ElementsAre("delete 0", "redraw", "delete 1", "redraw", "delete 2", "redraw",
-                                        "delete 3", "redraw", "delete 4", "redraw", "delete 5", "redraw"));
 }
 
-TEST(modSystemMenuTest, AnyOtherNumberOnlyRedraws) {
+TEST(modSystemMenuTest, TheTitleBarIsDrawnWithoutTheItem) {
     FakeMenu menu;
-    RemoveSystemMenuItem(menu, -1);
-    RemoveSystemMenuItem(menu, 6);
-    EXPECT_THAT(menu.Calls, ElementsAre("redraw", "redraw"));
+    RemoveSystemMenuItem(menu, 0);
+    EXPECT_THAT(menu.Calls, ElementsAre("delete 0", "inactive", "active"));
+}
+
+TEST(modSystemMenuTest, AnyOtherNumberOnlyDrawsTheTitleBar) {
+    for (const int item : {-1, 6}) {
+        FakeMenu menu;
+        RemoveSystemMenuItem(menu, item);
+        EXPECT_THAT(menu.Calls, ElementsAre("inactive", "active"));
+    }
 }
 
 }  // namespace

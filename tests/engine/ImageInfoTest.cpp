@@ -3,16 +3,12 @@
 #include <gmock/gmock.h>
 
 #include "support/Hex.h"
+#include "support/ImageBuilder.h"
 #include "support/SampleImages.h"
 
 namespace burnwick::test {
 
 namespace {
-
-constexpr std::size_t KiB64 = 65'536;
-constexpr std::size_t KiB256 = 262'144;
-constexpr std::size_t KiB512 = 524'288;
-constexpr std::size_t MiB = 1'048'576;
 
 ImageInfo Classify(const Bytes& image) {
     return CheckImageType(image.size(), image);

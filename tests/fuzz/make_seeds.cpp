@@ -17,10 +17,10 @@ namespace fs = std::filesystem;
 using namespace std::string_literals;
 using burnwick::Bytes;
 using burnwick::test::ImageBuilder;
+using burnwick::test::KiB64;
 
 using NamedImage = std::pair<std::string, ImageBuilder>;
 
-constexpr std::size_t KiB64 = 65'536;
 constexpr std::size_t Long = 110'000;
 constexpr int WrongUsage = 64;
 

@@ -58,7 +58,7 @@ protected:
         std::filesystem::create_directory(other);
         Show(Image("good.bin"));
         CopyTo(other);
-        EXPECT_EQ(ReadFile(other / "good.bin"), SampleImage(262'144));
+        EXPECT_EQ(ReadFile(other / "good.bin"), SampleImage(ImageSize));
     }
 
     // What the commands do with an image of this name, and what they call it.
@@ -76,7 +76,7 @@ protected:
         EXPECT_THAT(Clipboard(), ::testing::StartsWith(shown + "    VX-1600    "));
         CopyTo(to);
         EXPECT_EQ(User.Dialogs().back(), "Copy " + shown + " to...");
-        EXPECT_EQ(ReadFile(to / Utf8Path(name)), SampleImage(262'144)) << name;
+        EXPECT_EQ(ReadFile(to / Utf8Path(name)), SampleImage(ImageSize)) << name;
         User.TypeFile(to.string());
         User.ClickInBox(QMessageBox::Yes);
         Trigger("mnuFileCopyToFolder");

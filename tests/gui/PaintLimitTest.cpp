@@ -42,8 +42,6 @@ protected:
     Picture Window_;
 };
 
-}  // namespace
-
 TEST_F(PaintLimitTest, AWindowIsPaintedNoMoreOftenThanAScreenShowsIt) {
     const int before = Window_.Paintings();
     QElapsedTimer time;
@@ -73,4 +71,5 @@ TEST_F(PaintLimitTest, AWindowAtRestIsNotPainted) {
     EXPECT_EQ(Window_.Paintings(), before);
 }
 
+}  // namespace
 }  // namespace burnwick::test

@@ -26,7 +26,7 @@ WindowUser::~WindowUser() {
 }
 
 std::string WindowUser::Image(const std::string& name) const {
-    return Folder.Write(name, SampleImage(262'144));
+    return Folder.Write(name, SampleImage(ImageSize));
 }
 
 void WindowUser::Download(const std::string& path) {

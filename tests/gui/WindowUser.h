@@ -15,6 +15,10 @@
 
 namespace burnwick::test {
 
+// The size of the usual image, in bytes, and the status after it has been programmed.
+inline constexpr std::size_t ImageSize = 262'144;
+inline constexpr auto Programmed = "Programming was completed successfully.";
+
 // The main window in front of its user, who clicks, and reads what it shows. The window must end before what
 // it stands on: a test that has made it ends it, too.
 class WindowUser : public ::testing::Test {
@@ -22,7 +26,7 @@ protected:
     WindowUser();
     ~WindowUser() override;
 
-    // An image of 262,144 bytes, with a name of its own.
+    // The usual image, with a name of its own.
     std::string Image(const std::string& name = "unit.bin") const;
 
     // The user chooses this file behind Download, or this size and file behind Upload.

@@ -19,15 +19,12 @@ using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 
-constexpr std::size_t Size = 262'144;
-constexpr auto Programmed = "Programming was completed successfully.";
-
 }  // namespace
 
 using frmMainClose = WindowTest;
 
 TEST_F(frmMainClose, CloseIsGreyedWhileBlocksAreSent) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Waiting", [this] { EXPECT_FALSE(CloseIsGreyed()); });
     WhenStatus("Sending block", [this] {
@@ -41,7 +38,7 @@ TEST_F(frmMainClose, CloseIsGreyedWhileBlocksAreSent) {
 }
 
 TEST_F(frmMainClose, AnUngreyedCloseDoesNotCancelTheSendingOfBlocksAndClosesAtItsEnd) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndAnswer(QMessageBox::Yes);
     Settings["Options/Verify"] = "0";
@@ -70,7 +67,7 @@ TEST_F(frmMainClose, AKeyHeldDownOrADoubleClickOnCancelDoesNotLeaveTheProgram) {
 }
 
 TEST_F(frmMainClose, CloseStaysGreyedAfterAVerifiedDownloadUntilTheNextOne) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndAnswer(QMessageBox::Yes);
     EXPECT_TRUE(CloseIsGreyed());
@@ -81,7 +78,7 @@ TEST_F(frmMainClose, CloseStaysGreyedAfterAVerifiedDownloadUntilTheNextOne) {
 }
 
 TEST_F(frmMainClose, QuitLeavesAlsoWhileCloseIsGreyed) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndAnswer(QMessageBox::Yes);
     Window->close();
@@ -91,7 +88,7 @@ TEST_F(frmMainClose, QuitLeavesAlsoWhileCloseIsGreyed) {
 }
 
 TEST_F(frmMainClose, AFileThatIsRefusedBeforeTheLineDoesNotTouchClose) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     // An image by its type code, of a length that no chip has.
@@ -114,7 +111,7 @@ TEST_F(frmMainClose, ClosingTheWindowWhileWaitingCancelsAndClosesAtTheEnd) {
 }
 
 TEST_F(frmMainClose, ClosingTheWindowDuringAnUploadCancelsItAndLeavesNoFile) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Reading block 200", [this] { Window->close(); });
     Upload(1, Folder / "read.bin");

@@ -19,8 +19,6 @@ namespace fs = std::filesystem;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-constexpr std::size_t Size = 262'144;
-
 void WrittenAt(const fs::path& file, int year, int hour) {
     std::tm moment{};
     moment.tm_year = year - 1900;
@@ -67,7 +65,7 @@ TEST_F(frmMainCopy, BothAreEnabledByTheSummaryOfADownload) {
 
 TEST_F(frmMainCopy, BothAreDisabledBeforeAnUploadAndEnabledByWhatItHasRead) {
     simulator::UnitOptions options;
-    options.Flash = SampleImage(Size);
+    options.Flash = SampleImage(ImageSize);
     Connect(std::move(options));
     Start();
     Download(Image());
@@ -135,7 +133,7 @@ TEST_F(frmMainCopy, TheSummarysImageIsMeantWhenAnotherFileWasNotTaken) {
     Trigger("mnuFileCopy");
     EXPECT_THAT(Clipboard(), StartsWith("unit.bin    VX-1600"));
     CopyTo(To_);
-    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(Size));
+    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(ImageSize));
 }
 
 TEST_F(frmMainCopy, AFolderIsAskedForByTheImagesName) {
@@ -160,7 +158,7 @@ TEST_F(frmMainCopy, ACancelledFolderChoiceChangesNothing) {
 TEST_F(frmMainCopy, AFileGoesIntoAnEmptyFolderWithoutAQuestion) {
     Show(Image());
     CopyTo(To_);
-    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(Size));
+    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(ImageSize));
     EXPECT_EQ(FilesThere(), 1);
     EXPECT_THAT(User.Boxes(), IsEmpty());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
@@ -209,7 +207,7 @@ TEST_F(frmMainCopy, OnYesTheOldFileIsReplaced) {
     User.TypeFile(To_.string());
     User.ClickInBox(QMessageBox::Yes);
     Trigger("mnuFileCopyToFolder");
-    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(Size));
+    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(ImageSize));
     EXPECT_EQ(FilesThere(), 1);
     EXPECT_EQ(User.Boxes().size(), 1U);
 }
@@ -223,7 +221,7 @@ TEST_F(frmMainCopy, IntoTheImagesOwnFolderItAsksAndLosesNothing) {
     ASSERT_EQ(User.Boxes().size(), 1U);
     EXPECT_EQ(User.Boxes().front().Caption, "Confirm File Replace");
     EXPECT_TRUE(std::filesystem::equivalent(Folder / "unit.bin", Folder / "twin.bin"));
-    EXPECT_EQ(ReadFile(Folder / "unit.bin"), SampleImage(Size));
+    EXPECT_EQ(ReadFile(Folder / "unit.bin"), SampleImage(ImageSize));
 }
 
 }  // namespace burnwick::test

@@ -16,8 +16,6 @@ using ::testing::StartsWith;
 
 namespace {
 
-constexpr std::size_t Size = 262'144;
-
 // A folder below this one whose path has so many characters.
 fs::path DeepFolder(fs::path folder, std::size_t length) {
     constexpr std::size_t longestName = 250;
@@ -108,7 +106,7 @@ TEST_F(frmMainCopyTroublePosix, PathsOfFourThousandCharactersAreNoHindrance) {
     Show((from / "unit.bin").string());
     CopyTo(to);
     EXPECT_THAT(User.Boxes(), IsEmpty());
-    EXPECT_EQ(ReadFile(to / "unit.bin"), SampleImage(Size));
+    EXPECT_EQ(ReadFile(to / "unit.bin"), SampleImage(ImageSize));
     fs::remove(from / "unit.bin");
     User.TypeFile(to.string());
     User.ClickInBox(QMessageBox::Ok);
@@ -123,7 +121,7 @@ TEST_F(frmMainCopyTroublePosix, AFileInOtherLettersIsAnotherFile) {
     CopyTo(To_);
     EXPECT_THAT(User.Boxes(), IsEmpty());
     EXPECT_EQ(ReadFile(To_ / "UNIT.BIN"), Old_);
-    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(Size));
+    EXPECT_EQ(ReadFile(To_ / "unit.bin"), SampleImage(ImageSize));
 }
 
 }  // namespace burnwick::test

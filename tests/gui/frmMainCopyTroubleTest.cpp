@@ -16,8 +16,6 @@ namespace fs = std::filesystem;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-constexpr std::size_t Size = 262'144;
-
 }  // namespace
 
 class frmMainCopyTrouble : public CopyTest {};

@@ -54,7 +54,7 @@ TEST_F(frmMainDialogs, AComparisonTellsOfTwoImages) {
 }
 
 TEST_F(frmMainDialogs, TheLogTellsOfTheLastRun) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     User.Next([this](QDialog& dialog) {
@@ -123,11 +123,11 @@ TEST_F(frmMainDialogs, HelpComesWithF1WhereverTheFocusIs) {
 
 TEST_F(frmMainDialogs, HelpStaysOpenDuringARun) {
     ShipHelp();
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Trigger("mnuHelpBurnwickHelp");
     Download(Image());
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_NE(HelpWindow("Burnwick Help"), nullptr);
 }
 

@@ -11,8 +11,6 @@ namespace {
 using namespace std::chrono_literals;
 using simulator::Fault;
 
-constexpr std::size_t Size = 262'144;
-
 const std::string Contact =
     "Contact established at 115200bps.\n"
     " \n"
@@ -24,7 +22,7 @@ const std::string Sending = "Sending data to the unit...\n";
 const std::string Reading =
     "Getting ready to upload data...\n"
     "Reading data from the unit...\n";
-const std::string Programmed =
+const std::string EndOfProgramming =
     " \n"
     "Programming was completed successfully.\n";
 const std::string Uploaded =
@@ -50,7 +48,7 @@ std::string Opening(const std::string& path) {
 }
 
 std::string Downloaded(const std::string& path) {
-    return Opening(path) + Contact + Erasing + Sending + Programmed + Finish;
+    return Opening(path) + Contact + Erasing + Sending + EndOfProgramming + Finish;
 }
 
 }  // namespace
@@ -78,14 +76,14 @@ protected:
 };
 
 TEST_F(frmMainDisplay, OfADownload) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     EXPECT_EQ(Display(), Downloaded(Image()));
 }
 
 TEST_F(frmMainDisplay, OfAnUpload) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Upload(1, Folder / "read.bin");
     EXPECT_EQ(Display(), Opening(Folder / "read.bin") + Contact + Reading + Uploaded + Finish);
@@ -93,7 +91,7 @@ TEST_F(frmMainDisplay, OfAnUpload) {
 
 TEST_F(frmMainDisplay, OfAVerifiedDownload) {
     Settings["Options/Verify"] = "1";
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndVerify(Image());
     EXPECT_EQ(Display(), Downloaded(Image()) + PowerCycle + ReadBack() + "Verifying was successfully.\n");
@@ -103,12 +101,12 @@ TEST_F(frmMainDisplay, OfAMismatch) {
     Settings["Options/Verify"] = "1";
     // Each is spent twice: on the answer of the download, where it spoils nothing, and on that of the
     // read-back.
-    ConnectUnitOfSize(Size, {{Fault::FlipData, 300},
-                             {Fault::FlipData, 300},
-                             {Fault::FlipData, 500},
-                             {Fault::FlipData, 500},
-                             {Fault::FlipData, 700},
-                             {Fault::FlipData, 700}});
+    ConnectUnitOfSize(ImageSize, {{Fault::FlipData, 300},
+                                  {Fault::FlipData, 300},
+                                  {Fault::FlipData, 500},
+                                  {Fault::FlipData, 500},
+                                  {Fault::FlipData, 700},
+                                  {Fault::FlipData, 700}});
     Start();
     DownloadAndVerify(Image());
     EXPECT_EQ(Display(),
@@ -117,7 +115,7 @@ TEST_F(frmMainDisplay, OfAMismatch) {
 
 TEST_F(frmMainDisplay, OfAVerificationThatIsCanceled) {
     Settings["Options/Verify"] = "1";
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Waiting...", [this] { Click("cmdQuit"); });
     DownloadAndVerify(Image());
@@ -137,7 +135,7 @@ TEST_F(frmMainDisplay, OfACancelWhileWaiting) {
 }
 
 TEST_F(frmMainDisplay, OfShiftSWhileSending) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 500", [this] { PressInDisplay(Qt::ShiftModifier); });
     Download(Image());
@@ -147,7 +145,7 @@ TEST_F(frmMainDisplay, OfShiftSWhileSending) {
 }
 
 TEST_F(frmMainDisplay, OfCtrlShiftSWhileSendingIsThatOfADownload) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 500", [this] {
         PressInDisplay(Qt::ShiftModifier | Qt::ControlModifier);
@@ -159,7 +157,7 @@ TEST_F(frmMainDisplay, OfCtrlShiftSWhileSendingIsThatOfADownload) {
 }
 
 TEST_F(frmMainDisplay, OfShiftSInAnUploadIsThatOfAnUpload) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Reading block 500", [this] { PressInDisplay(Qt::ShiftModifier); });
     Upload(1, Folder / "read.bin");
@@ -176,7 +174,7 @@ TEST_F(frmMainDisplay, OfATimeout) {
 }
 
 TEST_F(frmMainDisplay, OfATransmittingError) {
-    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 500}});
+    ConnectUnitOfSize(ImageSize, {{Fault::NoAnswer, 500}});
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
@@ -188,7 +186,7 @@ TEST_F(frmMainDisplay, OfATransmittingError) {
 
 TEST_F(frmMainDisplay, OfAnImageForAnotherUnit) {
     simulator::UnitOptions options;
-    options.Flash = AnyBytes(Size);
+    options.Flash = AnyBytes(ImageSize);
     options.Ident = 'X';
     Connect(std::move(options));
     Start();

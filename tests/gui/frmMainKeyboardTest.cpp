@@ -49,7 +49,7 @@ protected:
 
 TEST_F(frmMainKeyboard, ProgramsAndVerifiesAUnit) {
     Settings["Options/Verify"] = "1";
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Open();
     User.TypeFile(Image());
     User.Next([](QDialog& question) { QTest::keyClick(&question, Qt::Key_Y, Qt::AltModifier); });
@@ -109,11 +109,11 @@ TEST_F(frmMainKeyboard, OpensTheHelp) {
 }
 
 TEST_F(frmMainKeyboard, ProgramsARecentFile) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Settings["LastOpenFile/1"] = Image();
     Open();
     Command(Qt::Key_F, Qt::Key_1);
-    EXPECT_EQ(Status(), "Programming was completed successfully.") << Display();
+    EXPECT_EQ(Status(), Programmed) << Display();
 }
 
 TEST_F(frmMainKeyboard, ReadsTheDisplay) {

@@ -19,8 +19,6 @@ namespace {
 using namespace std::chrono_literals;
 using simulator::Fault;
 
-constexpr std::size_t Size = 262'144;
-
 }  // namespace
 
 class frmMainPictures : public WindowTest {
@@ -69,7 +67,7 @@ TEST_F(frmMainPictures, Waiting) {
 
 TEST_F(frmMainPictures, Sending) {
     simulator::UnitOptions options;
-    options.Flash = AnyBytes(Size);
+    options.Flash = AnyBytes(ImageSize);
     Connect(std::move(options), /*paced=*/true);
     Start();
     WhenStatus("Sending block 600", [this] { Take("sending"); });
@@ -78,7 +76,7 @@ TEST_F(frmMainPictures, Sending) {
 }
 
 TEST_F(frmMainPictures, Failed) {
-    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 400}});
+    ConnectUnitOfSize(ImageSize, {{Fault::NoAnswer, 400}});
     Start();
     User.TypeFile(Image());
     User.Next([this](QDialog& box) {
@@ -91,7 +89,7 @@ TEST_F(frmMainPictures, Failed) {
 TEST_F(frmMainPictures, Verifying) {
     Settings["Options/Verify"] = "1";
     simulator::UnitOptions options;
-    options.Flash = AnyBytes(Size);
+    options.Flash = AnyBytes(ImageSize);
     Connect(std::move(options), /*paced=*/true);
     Start();
     WhenStatus("Verifying block 300", [this] { Take("verifying"); });
@@ -128,7 +126,7 @@ TEST_F(frmMainPictures, OfLongTexts) {
 TEST_F(frmMainPictures, InTheDark) {
     QApplication::setPalette(DarkPalette());
     simulator::UnitOptions options;
-    options.Flash = AnyBytes(Size);
+    options.Flash = AnyBytes(ImageSize);
     Connect(std::move(options), /*paced=*/true);
     Start();
     Take("dark-idle");

@@ -58,12 +58,12 @@ TEST_F(frmMainPort, IsChosenBehindItsCommand) {
 TEST_F(frmMainPort, ServesTheNextRun) {
     PortTrouble = CommError{CommErrorNumber::Busy, "/dev/ttyS0 is in use by another program"};
     TroubledDevice = SystemDeviceOf(1);
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start();
     ChooseFirst();
     Trigger("mnuToolCOMPortSetting");
     Download(Image());
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
 }
 
 TEST_F(frmMainPort, AnotherSpeedIsShownStoredAndLoggedWhateverIsLogged) {
@@ -93,12 +93,12 @@ TEST_F(frmMainPort, CancelledLeavesAllAsItWas) {
 }
 
 TEST_F(frmMainPort, LeavesAStatusThatNamesNoPort) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     ChooseOther();
     Trigger("mnuToolCOMPortSetting");
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_EQ(Settings["COMPort/COM"], "2");
 }
 

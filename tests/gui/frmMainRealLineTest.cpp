@@ -21,8 +21,6 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr std::size_t Size = 262'144;
-
 bool Begins(const Bytes& memory, const Bytes& image) {
     return memory.size() >= image.size() && std::equal(image.begin(), image.end(), memory.begin());
 }
@@ -46,7 +44,7 @@ TEST_F(frmMainRealLine, ADownloadProgramsTheUnit) {
     EXPECT_EQ(Status(), Programmed) << Display();
     EXPECT_EQ(BarText(), "100%");
     EXPECT_TRUE(IsIdle());
-    EXPECT_TRUE(Eventually([&] { return Begins(unit.Flash(), SampleImage(Size)); }));
+    EXPECT_TRUE(Eventually([&] { return Begins(unit.Flash(), SampleImage(ImageSize)); }));
 }
 
 TEST_F(frmMainRealLine, AnUploadReadsTheUnit) {
@@ -55,7 +53,7 @@ TEST_F(frmMainRealLine, AnUploadReadsTheUnit) {
     Download(Image());
     Upload(1, Folder / "read.bin");
     EXPECT_EQ(Status(), "Uploading was completed successfully.") << Display();
-    EXPECT_EQ(ReadFile(Folder / "read.bin"), SampleImage(Size));
+    EXPECT_EQ(ReadFile(Folder / "read.bin"), SampleImage(ImageSize));
     EXPECT_TRUE(IsIdle());
 }
 

@@ -14,8 +14,6 @@
 
 namespace burnwick::test {
 
-inline constexpr auto Programmed = "Programming was completed successfully.";
-
 // The window as it is shipped: the event loop, the serial device, settings and log in files; at the other end
 // of a line the simulated unit, a process of its own.
 class frmMainRealLine : public WindowUser {

@@ -18,8 +18,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-constexpr std::size_t Size = 262'144;
-
 }  // namespace
 
 class frmMainRecent : public WindowTest {
@@ -66,17 +64,17 @@ TEST_F(frmMainRecent, EntriesAreShownBehindASeparator) {
 }
 
 TEST_F(frmMainRecent, AnEntryIsProgrammedWithoutADialog) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Settings["LastOpenFile/2"] = Image("this & that.bin");
     Start();
     Trigger("mnuFileMRF_2");
     EXPECT_THAT(Display(), StartsWith("Opening " + Image("this & that.bin") + "..."));
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_THAT(Entries(), ElementsAre("&1 " + (Folder / "this && that.bin")));
 }
 
 TEST_F(frmMainRecent, AChoiceIsUsedUpByItsRun) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Settings["LastOpenFile/1"] = Image();
     Start();
     Trigger("mnuFileMRF_1");
@@ -115,7 +113,7 @@ TEST_F(frmMainRecent, AFifthFilePushesTheOldestOut) {
     for (const int i : {1, 2, 3, 4}) {
         Settings["LastOpenFile/" + std::to_string(i)] = "/" + std::to_string(i) + ".bin";
     }
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     EXPECT_THAT(Entries(), ElementsAre("&1 " + Image(), "&2 /1.bin", "&3 /2.bin", "&4 /3.bin"));
@@ -140,10 +138,10 @@ TEST_F(frmMainRecent, AFailedDownloadIsAdded) {
 }
 
 TEST_F(frmMainRecent, AnImageThatIsDroppedIsProgrammed) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     EXPECT_TRUE(Drop(Image("dropped.bin")));
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_THAT(Entries(), ElementsAre("&1 " + Image("dropped.bin")));
 }
 

@@ -26,9 +26,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-constexpr std::size_t Size = 262'144;
-constexpr auto Programmed = "Programming was completed successfully.";
-
 }  // namespace
 
 class frmMainRun : public WindowTest {
@@ -37,19 +34,19 @@ protected:
 };
 
 TEST_F(frmMainRun, ADownloadProgramsTheUnit) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     EXPECT_EQ(Status(), Programmed);
     EXPECT_EQ(Caption(), "Burnwick - Programming was completed successfully");
     EXPECT_EQ(BarText(), "100%");
-    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
+    EXPECT_EQ(Unit->Flash(), SampleImage(ImageSize));
     EXPECT_EQ(Beeps, 1);
     EXPECT_TRUE(IsIdle());
 }
 
 TEST_F(frmMainRun, AnUploadReadsTheUnit) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Upload(1, Folder / "read.bin");
     EXPECT_EQ(Status(), "Uploading was completed successfully.");
@@ -58,7 +55,7 @@ TEST_F(frmMainRun, AnUploadReadsTheUnit) {
 }
 
 TEST_F(frmMainRun, AnUploadOfANameWithoutAnExtensionGetsOne) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Upload(1, Folder / "read");
     EXPECT_TRUE(fs::exists(Folder / "read.bin"));
@@ -149,7 +146,7 @@ TEST_F(frmMainRun, RemembersTheImagesFolder) {
 }
 
 TEST_F(frmMainRun, IsMarkedAsProgrammingFromItsFirstBlockToItsEnd) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     EXPECT_EQ(Settings["Status/Programming"], "No");
     WhenStatus("Sending block", [this] { EXPECT_EQ(Settings["Status/Programming"], "Yes"); });
@@ -165,7 +162,7 @@ TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterATimeout) {
 }
 
 TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterTheUnitHasDied) {
-    ConnectUnitOfSize(Size, {{Fault::Dead, 10}});
+    ConnectUnitOfSize(ImageSize, {{Fault::Dead, 10}});
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
@@ -189,7 +186,7 @@ TEST_F(frmMainRun, IsNotHeldUpByTextThatIsDraggedOutOfTheDisplay) {
         EXPECT_LT(display->textCursor().selectedText().size(), display->toPlainText().size() - 50);
         send(QEvent::MouseButtonRelease, {200, 60}, Qt::LeftButton);
     };
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 300", [&] { drag(Qt::NoModifier); });
     WhenStatus("Sending block 400", [&] { drag(Qt::ControlModifier); });
@@ -199,7 +196,7 @@ TEST_F(frmMainRun, IsNotHeldUpByTextThatIsDraggedOutOfTheDisplay) {
 }
 
 TEST_F(frmMainRun, KeepsTheComputerAwake) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block", [this] { EXPECT_EQ(AwakeNow, 1); });
     Download(Image());
@@ -207,7 +204,7 @@ TEST_F(frmMainRun, KeepsTheComputerAwake) {
 }
 
 TEST_F(frmMainRun, AsksForAVerificationWhenTheOptionIsSet) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndAnswer(QMessageBox::No);
     ASSERT_EQ(User.Boxes().size(), 1U);
@@ -220,7 +217,7 @@ TEST_F(frmMainRun, AsksForAVerificationWhenTheOptionIsSet) {
 }
 
 TEST_F(frmMainRun, WithNoToTheVerificationGoesStraightToItsEnd) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndAnswer(QMessageBox::No);
     EXPECT_EQ(Status(), Programmed);
@@ -230,7 +227,7 @@ TEST_F(frmMainRun, WithNoToTheVerificationGoesStraightToItsEnd) {
 }
 
 TEST_F(frmMainRun, DoesNotAskForAVerificationWithoutTheOption) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     for (const char* const option : {"", "0", "Yes", "11", "&1"}) {
         Settings["Options/Verify"] = option;
@@ -240,7 +237,7 @@ TEST_F(frmMainRun, DoesNotAskForAVerificationWithoutTheOption) {
 }
 
 TEST_F(frmMainRun, DoesNotAskForAVerificationAfterAFailure) {
-    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 100}});
+    ConnectUnitOfSize(ImageSize, {{Fault::NoAnswer, 100}});
     Settings["Options/Verify"] = "1";
     Start();
     User.TypeFile(Image());
@@ -259,7 +256,7 @@ TEST_F(frmMainRun, DoesNotAskForAVerificationAfterACancel) {
 }
 
 TEST_F(frmMainRun, VerifiesByReadingTheUnitBack) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndAnswer(QMessageBox::Yes);
     EXPECT_EQ(Unit->Journal().BlocksSent, 1024);
@@ -270,12 +267,12 @@ TEST_F(frmMainRun, VerifiesByReadingTheUnitBack) {
 }
 
 TEST_F(frmMainRun, AMismatchOfThreeBytesStillEndsAsASuccessfulProgramming) {
-    ConnectUnitOfSize(Size, {{Fault::FlipData, 300},
-                             {Fault::FlipData, 300},
-                             {Fault::FlipData, 500},
-                             {Fault::FlipData, 500},
-                             {Fault::FlipData, 700},
-                             {Fault::FlipData, 700}});
+    ConnectUnitOfSize(ImageSize, {{Fault::FlipData, 300},
+                                  {Fault::FlipData, 300},
+                                  {Fault::FlipData, 500},
+                                  {Fault::FlipData, 500},
+                                  {Fault::FlipData, 700},
+                                  {Fault::FlipData, 700}});
     Start();
     DownloadAndAnswer(QMessageBox::Yes);
     EXPECT_THAT(Display(), EndsWith("Verifying error: 3 bytes are different.\n"));
@@ -287,7 +284,7 @@ TEST_F(frmMainRun, AMismatchOfThreeBytesStillEndsAsASuccessfulProgramming) {
 }
 
 TEST_F(frmMainRun, AVerificationCanBeCancelledWhileItReads) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Verifying block 400", [this] {
         EXPECT_TRUE(Find("cmdQuit")->isEnabled());
@@ -303,7 +300,7 @@ TEST_F(frmMainRun, AVerificationCanBeCancelledWhileItReads) {
 }
 
 TEST_F(frmMainRun, AVerificationThatFailsWritesNoResult) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Verifying block 400", [this] { PullOut(); });
     DownloadAndAnswer(QMessageBox::Yes);
@@ -314,7 +311,7 @@ TEST_F(frmMainRun, AVerificationThatFailsWritesNoResult) {
 }
 
 TEST_F(frmMainRun, ATransmittingErrorIsShownInABox) {
-    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 500}});
+    ConnectUnitOfSize(ImageSize, {{Fault::NoAnswer, 500}});
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
@@ -398,7 +395,7 @@ TEST_F(frmMainRun, AnUploadToAPortThatDoesNotOpenLeavesNoFile) {
 }
 
 TEST_F(frmMainRun, AClickThatComesWhileTheImageIsLookedAtStartsNothingElse) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Settings["LastOpenFile/1"] = Folder.Write("other.bin", SampleImage(65'536));
     Start();
     Upload(1, Folder / "read.bin");
@@ -415,22 +412,22 @@ TEST_F(frmMainRun, AClickThatComesWhileTheImageIsLookedAtStartsNothingElse) {
     });
     Click("cmdDownload");
     EXPECT_EQ(Status(), Programmed);
-    EXPECT_EQ(ReadFile(image), SampleImage(Size));
-    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
+    EXPECT_EQ(ReadFile(image), SampleImage(ImageSize));
+    EXPECT_EQ(Unit->Flash(), SampleImage(ImageSize));
     User.Escape();
     Click("cmdDownload");
     EXPECT_EQ(User.Dialogs().back(), "Open Burnwick File");
 }
 
 TEST_F(frmMainRun, TheDisplayDoesNotGetTheFocusByItself) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block", [this] { EXPECT_NE(Window->focusWidget(), Find("txtDisplay")); });
     Download(Image());
 }
 
 TEST_F(frmMainRun, AVerificationHasTheFocusOnCancelUntilItIsOver) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Verifying block", [this] { EXPECT_EQ(Window->focusWidget(), Find("cmdQuit")); });
     DownloadAndAnswer(QMessageBox::Yes);
@@ -444,7 +441,7 @@ TEST_F(frmMainRun, ATimeoutDuringAnUploadRemovesTheIncompleteFile) {
 }
 
 TEST_F(frmMainRun, CanBeMadeAgainAfterEachEnd) {
-    ConnectUnitOfSize(Size, {{Fault::NoAnswer, 5}});
+    ConnectUnitOfSize(ImageSize, {{Fault::NoAnswer, 5}});
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Ok);
@@ -459,7 +456,7 @@ TEST_F(frmMainRun, CanBeMadeAgainAfterEachEnd) {
 }
 
 TEST_F(frmMainRun, AnUnforeseenErrorIsShownAndLeavesTheWindowIdle) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 300", [] { throw std::runtime_error("out of luck"); });
     User.TypeFile(Image());
@@ -477,7 +474,7 @@ TEST_F(frmMainRun, AnUnforeseenErrorIsShownAndLeavesTheWindowIdle) {
 }
 
 TEST_F(frmMainRun, NotifiesOfItsOutcomeOnlyAUserWhoIsElsewhere) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     QWidget elsewhere;
     elsewhere.show();

@@ -18,8 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t Size = 262'144;
-
 }  // namespace
 
 class frmMainShow : public WindowTest {
@@ -63,7 +61,7 @@ TEST_F(frmMainShow, AStatusThatChangesWithEachBlockHasNothingLaidOut) {
         }
         int Count = 0;
     } requests;
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 100 ", [&] { Find("picMain")->installEventFilter(&requests); });
     WhenStatus("Sending block 900 ", [&] { Find("picMain")->removeEventFilter(&requests); });
@@ -72,7 +70,7 @@ TEST_F(frmMainShow, AStatusThatChangesWithEachBlockHasNothingLaidOut) {
 }
 
 TEST_F(frmMainShow, TheStatusBlinksNoMoreOnceTheUnitIsReady) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Getting ready", [this] { EXPECT_FALSE(Find("lblStatus")->isHidden()); });
     Download(Image());
@@ -90,14 +88,14 @@ TEST_F(frmMainShow, TheTimeLeftIsShownWhileItWaits) {
 }
 
 TEST_F(frmMainShow, TheCaptionNamesTheFileThatIsProgrammed) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block", [this] { EXPECT_EQ(Caption(), "Burnwick - Programming unit.bin..."); });
     Download(Image());
 }
 
 TEST_F(frmMainShow, TheCaptionNamesTheFileThatIsRead) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Reading block", [this] { EXPECT_EQ(Caption(), "Burnwick - Uploading read.bin..."); });
     Upload(1, Folder / "read.bin");
@@ -105,7 +103,7 @@ TEST_F(frmMainShow, TheCaptionNamesTheFileThatIsRead) {
 }
 
 TEST_F(frmMainShow, StatusAndBarFollowTheBlocks) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 512 ", [this] {
         EXPECT_EQ(Status(), "Sending block 512 of 1024 blocks");
@@ -115,7 +113,7 @@ TEST_F(frmMainShow, StatusAndBarFollowTheBlocks) {
 }
 
 TEST_F(frmMainShow, TheBarIsNavyOnWhiteWhileBlocksMove) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 512 ", [this] {
         EXPECT_EQ(Find<PercentBar>("PercentBar1")->BackColor(), QColor(Qt::white));
@@ -135,7 +133,7 @@ TEST_F(frmMainShow, TheBarShowsNothingBeforeTheFirstBlock) {
 }
 
 TEST_F(frmMainShow, AnUploadIsMarkedAsProgrammingToo) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Reading block", [this] { EXPECT_EQ(Settings["Status/Programming"], "Yes"); });
     Upload(1, Folder / "read.bin");
@@ -143,7 +141,7 @@ TEST_F(frmMainShow, AnUploadIsMarkedAsProgrammingToo) {
 }
 
 TEST_F(frmMainShow, CancelIsDisabledOnceBlocksAreSentOrRead) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block", [this] { EXPECT_FALSE(Find("cmdQuit")->isEnabled()); });
     Download(Image());
@@ -152,13 +150,13 @@ TEST_F(frmMainShow, CancelIsDisabledOnceBlocksAreSentOrRead) {
 }
 
 TEST_F(frmMainShow, ShiftSDoesNothingWhileIdle) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     // A status with the word in it, left by a file of that name.
     Download(Folder.Write("block.bin", SampleImage(1000)));
     QTest::keyClick(Find<QPlainTextEdit>("txtDisplay"), Qt::Key_S, Qt::ShiftModifier);
     Download(Image());
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
 }
 
 TEST_F(frmMainShow, ATimeoutIsTheCaptionAndTheStatus) {
@@ -181,7 +179,7 @@ TEST_F(frmMainShow, TheCaptionTellsTheTimeLeftToAUserWhoIsElsewhere) {
 }
 
 TEST_F(frmMainShow, TheCaptionTellsThePercentageToAUserWhoIsElsewhere) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     std::string caption;
     WhenStatus("Sending block 600", [&, this] {
@@ -194,7 +192,7 @@ TEST_F(frmMainShow, TheCaptionTellsThePercentageToAUserWhoIsElsewhere) {
 }
 
 TEST_F(frmMainShow, TheOutcomeIsInTheCaptionWhereverTheUserIs) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 600", [this] { GoElsewhere(); });
     Download(Image());
@@ -202,7 +200,7 @@ TEST_F(frmMainShow, TheOutcomeIsInTheCaptionWhereverTheUserIs) {
 }
 
 TEST_F(frmMainShow, TheWindowFlashesUntilTheUserIsBack) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block 600", [this] { GoElsewhere(); });
     Download(Image());
@@ -218,7 +216,7 @@ TEST_F(frmMainShow, TheWindowFlashesUntilTheUserIsBack) {
 
 TEST_F(frmMainShow, RateAndTimeLeftStandBesideTheTiming) {
     simulator::UnitOptions options;
-    options.Flash = AnyBytes(Size);
+    options.Flash = AnyBytes(ImageSize);
     Connect(std::move(options), /*paced=*/true);
     Start();
     WhenStatus("Sending block 400", [this] {
@@ -231,7 +229,7 @@ TEST_F(frmMainShow, RateAndTimeLeftStandBesideTheTiming) {
 TEST_F(frmMainShow, NoRateOfAnEarlierTransferStandsBesideTheNextWait) {
     Settings["Options/Verify"] = "1";
     simulator::UnitOptions options;
-    options.Flash = AnyBytes(Size);
+    options.Flash = AnyBytes(ImageSize);
     Connect(std::move(options), /*paced=*/true);
     Start();
     WhenStatus("Waiting...", [this] {
@@ -247,7 +245,7 @@ TEST_F(frmMainShow, NoRateOfAnEarlierTransferStandsBesideTheNextWait) {
 TEST_F(frmMainShow, RateAndTimeLeftStandThereDuringAVerificationToo) {
     Settings["Options/Verify"] = "1";
     simulator::UnitOptions options;
-    options.Flash = AnyBytes(Size);
+    options.Flash = AnyBytes(ImageSize);
     Connect(std::move(options), /*paced=*/true);
     Start();
     WhenStatus("Verifying block 400", [this] {
@@ -259,14 +257,14 @@ TEST_F(frmMainShow, RateAndTimeLeftStandThereDuringAVerificationToo) {
 }
 
 TEST_F(frmMainShow, AWholeDownloadIsReadWithoutScrolling) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     EXPECT_FALSE(Find<QPlainTextEdit>("txtDisplay")->verticalScrollBar()->isVisible());
 }
 
 TEST_F(frmMainShow, TheSummaryTellsWhatIsProgrammed) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     EXPECT_EQ(Find<QGroupBox>("fraSummary")->title(), "Model: VX-1600");
@@ -286,7 +284,7 @@ TEST_F(frmMainShow, AnImageWithoutAModelHasThePlainTitle) {
 
 TEST_F(frmMainShow, TheDebugBoxShowsTheWholeChecksum) {
     Debug = true;
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
     EXPECT_EQ(TextOf("lblChecksum").size(), 7U) << TextOf("lblChecksum");
@@ -306,7 +304,7 @@ TEST_F(frmMainShow, ANewerImageShowsItsWholeChecksum) {
 
 TEST_F(frmMainShow, AnUploadEmptiesTheSummaryAndFillsItFromWhatItHasRead) {
     simulator::UnitOptions options;
-    options.Flash = SampleImage(Size);
+    options.Flash = SampleImage(ImageSize);
     Connect(std::move(options));
     Start();
     WhenStatus("Reading block", [this] {
@@ -320,7 +318,7 @@ TEST_F(frmMainShow, AnUploadEmptiesTheSummaryAndFillsItFromWhatItHasRead) {
 
 TEST_F(frmMainShow, TheDisplayFollowsItsLastLine) {
     Settings["Options/Verify"] = "1";
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Yes);

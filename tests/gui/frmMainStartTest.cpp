@@ -142,15 +142,15 @@ TEST_F(frmMainStart, ComesForwardWhenALaterCopyAsks) {
 }
 
 TEST_F(frmMainStart, WithAFileProgramsItWithoutAnyDialog) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start(Image());
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_THAT(User.Dialogs(), ElementsAre());
-    EXPECT_EQ(Unit->Flash(), SampleImage(262'144));
+    EXPECT_EQ(Unit->Flash(), SampleImage(ImageSize));
 }
 
 TEST_F(frmMainStart, ShowsTheWindowBeforeItProgramsAFile) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     bool visible = false;
     WhenStatus("Waiting", [&] { visible = Window->isVisible(); });
     Start(Image());
@@ -158,19 +158,19 @@ TEST_F(frmMainStart, ShowsTheWindowBeforeItProgramsAFile) {
 }
 
 TEST_F(frmMainStart, LoadsTheRecentFilesAfterTheFileIsProgrammed) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start(Image());
     EXPECT_EQ(Find<QAction>("mnuFileMRF_1")->text().toStdString(), "&1 " + Image());
 }
 
 TEST_F(frmMainStart, TakesTheQuotesFromTheFilesPath) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start('"' + Image("two words.bin") + '"');
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
 }
 
 TEST_F(frmMainStart, WithAFileShowsTheDialogForTheNextDownloadAllTheSame) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start(Image());
     User.Escape();
     Click("cmdDownload");
@@ -178,7 +178,7 @@ TEST_F(frmMainStart, WithAFileShowsTheDialogForTheNextDownloadAllTheSame) {
 }
 
 TEST_F(frmMainStart, WithAFileProgramsARecentOneWhenThatIsChosen) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     const std::string other = Folder.Write("other.bin", SampleImage(65'536));
     Settings["LastOpenFile/1"] = other;
     Start(Image());

@@ -13,8 +13,6 @@ namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-constexpr std::size_t Size = 262'144;
-
 }  // namespace
 
 class frmMainTrouble : public WindowTest {
@@ -24,10 +22,10 @@ protected:
         EXPECT_TRUE(IsIdle());
         Settings["LastOpenFile/1"] = Image("good.bin");
         Window.reset();
-        ConnectUnitOfSize(Size);
+        ConnectUnitOfSize(ImageSize);
         Start();
         Trigger("mnuFileMRF_1");
-        EXPECT_EQ(Status(), "Programming was completed successfully.");
+        EXPECT_EQ(Status(), Programmed);
     }
 };
 
@@ -80,19 +78,19 @@ TEST_F(frmMainTrouble, AnImageThatIsGoneWhenTheRunStartsIsTold) {
 }
 
 TEST_F(frmMainTrouble, AnImageThatVanishesInMidRunIsProgrammedAsItWas) {
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     const std::string image = Image();
     WhenStatus("Sending block 100", [&] { fs::remove(image); });
     Download(image);
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
-    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
+    EXPECT_EQ(Status(), Programmed);
+    EXPECT_EQ(Unit->Flash(), SampleImage(ImageSize));
     EXPECT_TRUE(IsIdle());
 }
 
 TEST_F(frmMainTrouble, AnImageThatVanishesBeforeItsVerificationCannotBeVerified) {
     Settings["Options/Verify"] = "1";
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     const std::string image = Image();
     WhenStatus("Sending block 100", [&] { fs::remove(image); });
@@ -106,7 +104,7 @@ TEST_F(frmMainTrouble, AnImageThatVanishesBeforeItsVerificationCannotBeVerified)
 
 TEST_F(frmMainTrouble, AnImageThatVanishesDuringItsVerificationIsAnError) {
     Settings["Options/Verify"] = "1";
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     const std::string image = Image();
     WhenStatus("Verifying block 100", [&] { fs::remove(image); });
@@ -119,14 +117,14 @@ TEST_F(frmMainTrouble, AnImageThatVanishesDuringItsVerificationIsAnError) {
 
 TEST_F(frmMainTrouble, AVerificationWithoutAFolderToReadIntoIsAnError) {
     Settings["Options/Verify"] = "1";
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     fs::remove(Folder / "home");
     User.TypeFile(Image());
     User.ClickInBox(QMessageBox::Yes);
     Click("cmdDownload");
     EXPECT_THAT(Display(), HasSubstr("Verifying error: no file can be made in " + (Folder / "home") + ".\n"));
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_TRUE(IsIdle());
 }
 
@@ -137,11 +135,11 @@ TEST_F(frmMainTrouble, SettingsFullOfNonsenseKeepNobodyFromProgramming) {
           "LastOpenFile/4", "ChipSelect/UploadChipSize", "Status/Programming"}) {
         Settings[key] = std::string("\t&%n\xFF ") + std::string(240, '9');
     }
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     EXPECT_THAT(Status(), StartsWith("Ready on COM1 ("));
     Download(Image());
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_TRUE(IsIdle());
     User.Escape();
     Click("cmdUpload");
@@ -150,10 +148,10 @@ TEST_F(frmMainTrouble, SettingsFullOfNonsenseKeepNobodyFromProgramming) {
 
 TEST_F(frmMainTrouble, ALogThatIsAFolderIsLeftAlone) {
     fs::create_directory(Folder / "home/Burnwick.log");
-    ConnectUnitOfSize(Size);
+    ConnectUnitOfSize(ImageSize);
     Start();
     Download(Image());
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_TRUE(fs::is_directory(Folder / "home/Burnwick.log"));
     EXPECT_TRUE(IsIdle());
 }

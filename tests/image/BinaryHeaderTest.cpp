@@ -8,9 +8,6 @@ namespace burnwick::test {
 
 namespace {
 
-constexpr std::size_t KiB64 = 65'536;
-constexpr std::size_t KiB128 = 131'072;
-
 ImageBuilder With(std::size_t size = KiB128) {
     return ImageBuilder(size).TypeCode("C0DE0149").BinaryHeader("VX-3200", "11/05/2009 09:30:00", 2, 7, 'G');
 }

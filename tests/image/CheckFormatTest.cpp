@@ -12,7 +12,6 @@ namespace burnwick::test {
 namespace {
 
 constexpr const char* Invalid = "Invalid file format.";
-constexpr std::size_t MiB = 1'048'576;
 
 }  // namespace
 

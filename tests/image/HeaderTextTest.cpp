@@ -9,8 +9,6 @@ namespace burnwick::test {
 
 namespace {
 
-constexpr std::size_t KiB64 = 65'536;
-constexpr std::size_t KiB128 = 131'072;
 constexpr std::size_t SignatureAt = 500;
 constexpr std::size_t HeaderTextAt = SignatureAt + 19;
 

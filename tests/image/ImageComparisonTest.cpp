@@ -17,8 +17,6 @@ using namespace modBinFileInfo;
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
-constexpr std::size_t MiB = 1'048'576;
-
 struct Outcome {
     std::string Error;
     std::int32_t Differences = -1;

@@ -12,9 +12,6 @@ namespace {
 
 using namespace modBinFileInfo;
 
-constexpr std::size_t KiB64 = 65'536;
-constexpr std::size_t KiB128 = 131'072;
-
 // The type's fields, and where the texts are looked for.
 struct Type {
     BinFileInfo Info;

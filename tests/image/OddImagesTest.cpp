@@ -10,9 +10,6 @@ namespace burnwick::test {
 
 namespace {
 
-constexpr std::size_t KiB64 = 65'536;
-constexpr std::size_t MiB = 1'048'576;
-
 bool IsAccepted(const Bytes& image) {
     MemoryImage memory(image);
     return modBinFileInfo::IsImage(memory.Source());

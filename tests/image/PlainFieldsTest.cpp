@@ -11,8 +11,6 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::size_t KiB64 = 65'536;
-constexpr std::size_t KiB128 = 131'072;
 constexpr std::size_t SignatureAt = 500;
 
 // Of no family and no kind.

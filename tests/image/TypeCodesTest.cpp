@@ -13,12 +13,6 @@ namespace {
 
 using namespace modBinFileInfo;
 
-struct Code {
-    const char* Digits;
-    int Kind;
-    bool IsBoot;
-};
-
 bool Accepts(const Bytes& image) {
     MemoryImage memory(image);
     return IsImage(memory.Source());
@@ -29,11 +23,15 @@ std::string CodeOf(const Bytes& image) {
     return TypeCodeOf(memory.Source());
 }
 
-constexpr std::size_t MiB = 1'048'576;
-
 }  // namespace
 
-class KnownTypeCode : public testing::TestWithParam<Code> {};
+struct KnownCode {
+    const char* Digits;
+    int Kind;
+    bool IsBoot;
+};
+
+class KnownTypeCode : public testing::TestWithParam<KnownCode> {};
 
 TEST_P(KnownTypeCode, IsThatOfAnImage) {
     EXPECT_TRUE(IsKnownTypeCode(GetParam().Digits));
@@ -51,14 +49,16 @@ TEST_P(KnownTypeCode, TellsItsKind) {
     EXPECT_EQ(IsBootTypeCode(GetParam().Digits), GetParam().IsBoot);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, KnownTypeCode,
-    testing::Values(Code{"02009E02", 0, false}, Code{"C0DE0000", 0, false}, Code{"BC0DE118", 0, true},
-                    Code{"BC0DE122", 0, true}, Code{"BC0DE128", 0, true}, Code{"BC0DE123", 0, true},
-                    Code{"C0DE0123", 0, false}, Code{"BC0DE131", 5, true}, Code{"C0DE0131", 5, false},
-                    Code{"BC0DE137", 7, true}, Code{"C0DE0137", 7, false}, Code{"BC0DE149", 8, true},
-                    Code{"C0DE0149", 8, false}, Code{"BC0DE157", 9, true}, Code{"C0DE0157", 9, false}),
-    [](const auto& test) { return std::string(test.param.Digits); });
+INSTANTIATE_TEST_SUITE_P(Table, KnownTypeCode,
+                         testing::Values(KnownCode{"02009E02", 0, false}, KnownCode{"C0DE0000", 0, false},
+                                         KnownCode{"BC0DE118", 0, true}, KnownCode{"BC0DE122", 0, true},
+                                         KnownCode{"BC0DE128", 0, true}, KnownCode{"BC0DE123", 0, true},
+                                         KnownCode{"C0DE0123", 0, false}, KnownCode{"BC0DE131", 5, true},
+                                         KnownCode{"C0DE0131", 5, false}, KnownCode{"BC0DE137", 7, true},
+                                         KnownCode{"C0DE0137", 7, false}, KnownCode{"BC0DE149", 8, true},
+                                         KnownCode{"C0DE0149", 8, false}, KnownCode{"BC0DE157", 9, true},
+                                         KnownCode{"C0DE0157", 9, false}),
+                         [](const auto& test) { return std::string(test.param.Digits); });
 
 TEST(TypeCode, IsTheFirstFourBytesInTheirOrder) {
     EXPECT_EQ(CodeOf(ImageBuilder(100).TypeCode("0A00FE9B").Build()), "0A00FE9B");

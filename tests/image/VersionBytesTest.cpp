@@ -7,9 +7,6 @@ namespace burnwick::test {
 
 namespace {
 
-constexpr std::size_t KiB64 = 65'536;
-constexpr std::size_t KiB128 = 131'072;
-
 ImageBuilder Newer(std::size_t size, const char* code) {
     return ImageBuilder(size).TypeCode(code).SecondTypeCode("00000000").Byte(14, 0);
 }

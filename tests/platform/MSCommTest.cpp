@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-std::vector<std::byte> Bytes(const std::string& text) {
+std::vector<std::byte> BytesOf(const std::string& text) {
     std::vector<std::byte> bytes(text.size());
     std::transform(text.begin(), text.end(), bytes.begin(), [](char c) { return static_cast<std::byte>(c); });
     return bytes;
@@ -189,56 +189,56 @@ TEST_F(MSCommTest, ChangesTheSpeedOfAnOpenLineAtOnce) {
 
 TEST_F(MSCommTest, InputSurvivesAChangeOfSettingsAndManyCounts) {
     Comm_->SetPortOpen(true);
-    Device_.Arrived = Bytes("abc");
+    Device_.Arrived = BytesOf("abc");
     EXPECT_EQ(Comm_->InBufferCount(), 3U);
     Comm_->SetSettings("57600,N,8,1");
-    Device_.Arrived = Bytes("de");
+    Device_.Arrived = BytesOf("de");
     EXPECT_EQ(Comm_->InBufferCount(), 5U);
-    EXPECT_EQ(Comm_->Input(), Bytes("abcde"));
+    EXPECT_EQ(Comm_->Input(), BytesOf("abcde"));
     EXPECT_EQ(Comm_->InBufferCount(), 0U);
 }
 
 TEST_F(MSCommTest, TakesMoreThanTheDeviceGivesAtOnce) {
     Comm_->SetPortOpen(true);
-    Device_.Arrived = Bytes(std::string(5000, 'x'));
+    Device_.Arrived = BytesOf(std::string(5000, 'x'));
     EXPECT_EQ(Comm_->InBufferCount(), 5000U);
 }
 
 TEST_F(MSCommTest, DiscardingDropsWhatWasTakenAndWhatStillWaits) {
     Comm_->SetPortOpen(true);
-    Device_.Arrived = Bytes("taken");
+    Device_.Arrived = BytesOf("taken");
     Comm_->InBufferCount();
-    Device_.Arrived = Bytes("waiting");
+    Device_.Arrived = BytesOf("waiting");
     Comm_->DiscardInput();
     EXPECT_THAT(Comm_->Input(), IsEmpty());
 }
 
 TEST_F(MSCommTest, EachMessageIsOneWrite) {
     Comm_->SetPortOpen(true);
-    Comm_->Output(Bytes("one"));
-    Comm_->Output(Bytes("two"));
-    EXPECT_THAT(Device_.Written, ElementsAre(Bytes("one"), Bytes("two")));
+    Comm_->Output(BytesOf("one"));
+    Comm_->Output(BytesOf("two"));
+    EXPECT_THAT(Device_.Written, ElementsAre(BytesOf("one"), BytesOf("two")));
 }
 
 TEST_F(MSCommTest, TheOutputCountIsBookkeepingAlone) {
     Comm_->SetPortOpen(true);
-    Comm_->Output(Bytes("12345"));
-    Comm_->Output(Bytes("678"));
+    Comm_->Output(BytesOf("12345"));
+    Comm_->Output(BytesOf("678"));
     EXPECT_EQ(Comm_->OutBufferCount(), 8U);
     Comm_->ResetOutBufferCount();
     EXPECT_EQ(Comm_->OutBufferCount(), 0U);
-    EXPECT_THAT(Device_.Written, ElementsAre(Bytes("12345"), Bytes("678")));
+    EXPECT_THAT(Device_.Written, ElementsAre(BytesOf("12345"), BytesOf("678")));
 }
 
 TEST_F(MSCommTest, OutputOnAClosedPortIsLost) {
-    Comm_->Output(Bytes("x"));
+    Comm_->Output(BytesOf("x"));
     EXPECT_THAT(Device_.Written, IsEmpty());
     EXPECT_EQ(Comm_->OutBufferCount(), 0U);
 }
 
 TEST_F(MSCommTest, OldInputIsGoneWhenThePortOpensAgain) {
     Comm_->SetPortOpen(true);
-    Device_.Arrived = Bytes("old");
+    Device_.Arrived = BytesOf("old");
     Comm_->InBufferCount();
     Comm_->SetPortOpen(false);
     Comm_->SetPortOpen(true);
@@ -248,7 +248,7 @@ TEST_F(MSCommTest, OldInputIsGoneWhenThePortOpensAgain) {
 TEST_F(MSCommTest, IsWatchedForInputWhileOpen) {
     Comm_->SetPortOpen(true);
     EXPECT_TRUE(Loop_.Watching());
-    Device_.Arrived = Bytes("x");
+    Device_.Arrived = BytesOf("x");
     Loop_.Yield({});
     EXPECT_THAT(Device_.Arrived, IsEmpty());
     EXPECT_EQ(Comm_->InBufferCount(), 1U);
@@ -258,12 +258,12 @@ TEST_F(MSCommTest, IsWatchedForInputWhileOpen) {
 
 TEST_F(MSCommTest, ALineThatIsGoneIsWatchedNoMoreButItsLastBytesAreKept) {
     Comm_->SetPortOpen(true);
-    Device_.Arrived = Bytes("last");
+    Device_.Arrived = BytesOf("last");
     Device_.Gone = true;
     Loop_.Yield({});
     Loop_.Yield({});
     EXPECT_FALSE(Loop_.Watching());
-    EXPECT_EQ(Comm_->Input(), Bytes("last"));
+    EXPECT_EQ(Comm_->Input(), BytesOf("last"));
     EXPECT_TRUE(Comm_->PortOpen());
 }
 

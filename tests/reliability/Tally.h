@@ -12,6 +12,9 @@ namespace burnwick::test {
 // What has come of the runs of one direction.
 class Tally {
 public:
+    // With fewer of them, cases have been lost.
+    static constexpr int FewestRuns = 500;
+
     explicit Tally(std::string runs) : Runs_(std::move(runs)) {}
 
     void CountSuccess() { ++Succeeded_; }

@@ -9,8 +9,6 @@ namespace burnwick::test {
 
 namespace {
 
-constexpr int FewestRuns = 500;
-
 // Every chip, at the speeds that make a difference to it.
 void UploadEverything(Tally& tally) {
     const Kind bootCode = UploadOfBootCode(256, 64);
@@ -50,7 +48,7 @@ TEST(UploadMatrix, ReportsSuccessOnlyWhereTheFileHoldsTheMemory) {
     UploadEverything(tally);
     UploadTheRest(tally);
     std::cout << tally << "\n";
-    EXPECT_GE(tally.Total(), FewestRuns);
+    EXPECT_GE(tally.Total(), Tally::FewestRuns);
     EXPECT_EQ(tally.OtherFalseSuccesses(), 0);
 }
 

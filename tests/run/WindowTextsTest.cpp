@@ -6,9 +6,9 @@ namespace burnwick::test {
 
 namespace {
 
-const RunKind Download{"Burnwick", "unit.bin", false, false};
-const RunKind Upload{"Burnwick", "unit.bin", true, false};
-const RunKind ReadBack{"Burnwick", "unit.bin", false, true};
+const RunKind DownloadRun{"Burnwick", "unit.bin", false, false};
+const RunKind UploadRun{"Burnwick", "unit.bin", true, false};
+const RunKind ReadBackRun{"Burnwick", "unit.bin", false, true};
 
 }  // namespace
 
@@ -38,17 +38,17 @@ TEST(StatusAfterPortChoice, StaysWhereNoPortIsNamed) {
 }
 
 TEST(EndsWaiting, AReadyUnitOrATimeOutDoes) {
-    EXPECT_TRUE(EndsWaiting(Download, "Getting ready to start programming..."));
-    EXPECT_TRUE(EndsWaiting(Upload, "Timeout."));
-    EXPECT_FALSE(EndsWaiting(Download, "Erasing the chip..."));
+    EXPECT_TRUE(EndsWaiting(DownloadRun, "Getting ready to start programming..."));
+    EXPECT_TRUE(EndsWaiting(UploadRun, "Timeout."));
+    EXPECT_FALSE(EndsWaiting(DownloadRun, "Erasing the chip..."));
 }
 
 TEST(EndsWaiting, AReadBackWaitsWithoutBlinking) {
-    EXPECT_FALSE(EndsWaiting(ReadBack, "Getting ready to upload data..."));
+    EXPECT_FALSE(EndsWaiting(ReadBackRun, "Getting ready to upload data..."));
 }
 
 TEST(EndsWaiting, AFileOfThatNameDoesNot) {
-    EXPECT_FALSE(EndsWaiting(Download, "Opening /images/Getting ready.bin..."));
+    EXPECT_FALSE(EndsWaiting(DownloadRun, "Opening /images/Getting ready.bin..."));
 }
 
 TEST(BarAfter, AskedToWaitSaysSo) {
@@ -109,39 +109,39 @@ TEST(PercentOf, IsZeroWithoutBlocks) {
 }
 
 TEST(BlockText, TellsWhatIsDoneWithTheBlock) {
-    EXPECT_EQ(BlockText(Download, 3, 256), "Sending block 3 of 256 blocks");
-    EXPECT_EQ(BlockText(Upload, 3, 256), "Reading block 3 of 256 blocks");
-    EXPECT_EQ(BlockText(ReadBack, 3, 256), "Verifying block 3 of 256 blocks");
+    EXPECT_EQ(BlockText(DownloadRun, 3, 256), "Sending block 3 of 256 blocks");
+    EXPECT_EQ(BlockText(UploadRun, 3, 256), "Reading block 3 of 256 blocks");
+    EXPECT_EQ(BlockText(ReadBackRun, 3, 256), "Verifying block 3 of 256 blocks");
 }
 
 TEST(CaptionAfter, TheUnitIsReadyNamesTheFile) {
-    EXPECT_EQ(CaptionAfter(Download, "Getting ready to start programming..."),
+    EXPECT_EQ(CaptionAfter(DownloadRun, "Getting ready to start programming..."),
               "Burnwick - Programming unit.bin...");
-    EXPECT_EQ(CaptionAfter(Upload, "Getting ready to upload data..."), "Burnwick - Uploading unit.bin...");
+    EXPECT_EQ(CaptionAfter(UploadRun, "Getting ready to upload data..."), "Burnwick - Uploading unit.bin...");
 }
 
 TEST(CaptionAfter, TheUnitIsReadyToBeReadBackStays) {
-    EXPECT_EQ(CaptionAfter(ReadBack, "Getting ready to upload data..."), std::nullopt);
+    EXPECT_EQ(CaptionAfter(ReadBackRun, "Getting ready to upload data..."), std::nullopt);
 }
 
 TEST(CaptionAfter, AnOutcomeIsTheOutcomeWithoutItsFullStop) {
-    EXPECT_EQ(CaptionAfter(Download, "Programming was completed successfully."),
+    EXPECT_EQ(CaptionAfter(DownloadRun, "Programming was completed successfully."),
               "Burnwick - Programming was completed successfully");
-    EXPECT_EQ(CaptionAfter(Download, "The software is not compatible."),
+    EXPECT_EQ(CaptionAfter(DownloadRun, "The software is not compatible."),
               "Burnwick - The software is not compatible");
-    EXPECT_EQ(CaptionAfter(Upload, "Transmitting error."), "Burnwick - Transmitting error");
-    EXPECT_EQ(CaptionAfter(Upload, "Uploading was canceled."), "Burnwick - Uploading was canceled");
+    EXPECT_EQ(CaptionAfter(UploadRun, "Transmitting error."), "Burnwick - Transmitting error");
+    EXPECT_EQ(CaptionAfter(UploadRun, "Uploading was canceled."), "Burnwick - Uploading was canceled");
 }
 
 TEST(CaptionAfter, ATimeoutIsTheTimeout) {
-    EXPECT_EQ(CaptionAfter(Download, "Timeout."), "Burnwick - Timeout");
+    EXPECT_EQ(CaptionAfter(DownloadRun, "Timeout."), "Burnwick - Timeout");
 }
 
 TEST(CaptionAfter, AnyOtherLineStays) {
     for (const char* line :
          {" ", "Erasing the chip...", "Please wait for a few seconds...", "Timeout",
           "Opening successfully.bin...", "Error: Cannot access to canceled.bin (it is a folder)."}) {
-        EXPECT_EQ(CaptionAfter(Download, line), std::nullopt) << line;
+        EXPECT_EQ(CaptionAfter(DownloadRun, line), std::nullopt) << line;
     }
 }
 

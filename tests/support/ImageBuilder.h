@@ -9,6 +9,13 @@
 
 namespace burnwick::test {
 
+// Sizes that images have, in bytes.
+inline constexpr std::size_t KiB64 = 65'536;
+inline constexpr std::size_t KiB128 = 131'072;
+inline constexpr std::size_t KiB256 = 262'144;
+inline constexpr std::size_t KiB512 = 524'288;
+inline constexpr std::size_t MiB = 1'048'576;
+
 // Makes an image field by field. It begins as AnyBytes. What would lie past its end is left out, so that an
 // image may be cut anywhere.
 class ImageBuilder {

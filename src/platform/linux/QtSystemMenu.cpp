@@ -34,7 +34,7 @@ public:
         CloseGreyed_ = greyed;
         Show(Qt::WindowCloseButtonHint, !greyed);
     }
-    void RedrawTitleBar() override {}  // the window manager does at once
+    void DrawTitleBar(bool /*active*/) override {}  // the window manager does at once
 
 private:
     void Show(Qt::WindowType hint, bool shown) const {

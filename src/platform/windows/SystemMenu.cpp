@@ -70,9 +70,8 @@ public:
         }
     }
 
-    void RedrawTitleBar() override {
-        SendMessageW(Window_, WM_NCACTIVATE, FALSE, 0);
-        SendMessageW(Window_, WM_NCACTIVATE, TRUE, 0);
+    void DrawTitleBar(bool active) override {
+        SendMessageW(Window_, WM_NCACTIVATE, active ? TRUE : FALSE, 0);
     }
 
 private:

@@ -92,8 +92,6 @@ protected:
     const std::wstring Path_ = ProgramPath(GetParam().Name);
 };
 
-}  // namespace
-
 TEST_P(ProgramFile, TellsItsVersion) {
     EXPECT_EQ(VersionText(L"FileVersion"), L"2.08.1000");
     EXPECT_EQ(VersionText(L"ProductVersion"), L"2.08.1000");
@@ -134,4 +132,5 @@ TEST_P(ProgramFile, OpensAConsoleOnlyForTheCommandLine) {
 
 INSTANTIATE_TEST_SUITE_P(, ProgramFile, ::testing::ValuesIn(Programs()), ::testing::PrintToStringParamName());
 
+}  // namespace
 }  // namespace burnwick::test

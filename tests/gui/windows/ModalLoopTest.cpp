@@ -21,8 +21,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr LPARAM WithAlt = 1 << 29;
-
 struct Held {
     const char* Name;
     UINT Begin;  // the message that begins it

@@ -8,6 +8,9 @@
 
 namespace burnwick::test {
 
+// In the detail of a key's message: it is pressed with Alt.
+inline constexpr LPARAM WithAlt = 1 << 29;
+
 // Whether this thread is in a loop of the system.
 inline bool SystemHolds() {
     GUITHREADINFO thread{};

@@ -22,7 +22,6 @@ using namespace std::chrono_literals;
 constexpr UINT NotThere = static_cast<UINT>(-1);
 constexpr UINT NoClose = static_cast<UINT>(-10);
 constexpr UINT GreyedBits = 3;
-constexpr LPARAM WithAlt = 1 << 29;
 
 class SystemMenuTest : public testing::Test {
 protected:
@@ -253,12 +252,15 @@ TEST_F(SystemMenuTest, AnotherWindowCanBeClosed) {
     EXPECT_EQ(other.Closings, 1);
 }
 
-TEST_F(SystemMenuTest, TheTitleBarIsDrawnAnewAsTheActiveWindows) {
+TEST_F(SystemMenuTest, TheTitleBarIsDrawnAsThatOfAnActiveWindowOrOfAnother) {
     Window_.Activations = 0;
     Window_.Deactivations = 0;
-    Menu_->RedrawTitleBar();
-    EXPECT_EQ(Window_.Deactivations, 1);
+    Menu_->DrawTitleBar(true);
     EXPECT_EQ(Window_.Activations, 1);
+    EXPECT_EQ(Window_.Deactivations, 0);
+    Menu_->DrawTitleBar(false);
+    EXPECT_EQ(Window_.Activations, 1);
+    EXPECT_EQ(Window_.Deactivations, 1);
 }
 
 TEST_F(SystemMenuTest, TheTitleBarFlashesOnceEachTimeThatAttentionIsAskedFor) {

@@ -4,8 +4,6 @@
 
 namespace burnwick::test {
 
-namespace {
-
 using namespace std::chrono_literals;
 
 struct Hold {
@@ -17,8 +15,6 @@ struct Hold {
 
     friend void PrintTo(const Hold& hold, std::ostream* out) { *out << hold.Name; }
 };
-
-}  // namespace
 
 class frmMainHeld : public frmMainRealLine, public ::testing::WithParamInterface<Hold> {
 protected:

@@ -45,12 +45,12 @@ TEST_F(frmMainSystemMenu, IsThatOfAWindowWhoseFrameCannotBeDragged) {
 }
 
 TEST_F(frmMainSystemMenu, HasAGreyedCloseOfAnotherNumberWhileBlocksAreSent) {
-    ConnectUnitOfSize(262'144);
+    ConnectUnitOfSize(ImageSize);
     Start();
     WhenStatus("Sending block",
                [this] { EXPECT_THAT(Commands(), AllOf(Contains(GreyedClose), Not(Contains(SC_CLOSE)))); });
     Download(Image());
-    EXPECT_EQ(Status(), "Programming was completed successfully.");
+    EXPECT_EQ(Status(), Programmed);
     EXPECT_THAT(Commands(), AllOf(Contains(SC_CLOSE), Not(Contains(GreyedClose))));
 }
 

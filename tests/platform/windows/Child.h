@@ -58,7 +58,7 @@ public:
     std::string Line() {
         std::string line;
         char c = 0;
-        for (DWORD got = 0; ReadFile(Output_.Get(), &c, 1, &got, nullptr) != 0 && got == 1 && c != '\n';) {
+        for (DWORD got = 0; ::ReadFile(Output_.Get(), &c, 1, &got, nullptr) != 0 && got == 1 && c != '\n';) {
             line += c;
         }
         if (line.ends_with('\r')) {
@@ -71,7 +71,7 @@ public:
     std::string Rest() {
         std::string text;
         char c = 0;
-        for (DWORD got = 0; ReadFile(Output_.Get(), &c, 1, &got, nullptr) != 0 && got == 1;) {
+        for (DWORD got = 0; ::ReadFile(Output_.Get(), &c, 1, &got, nullptr) != 0 && got == 1;) {
             text += c;
         }
         return text;

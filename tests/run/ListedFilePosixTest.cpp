@@ -1,6 +1,6 @@
 #include <sys/stat.h>
 
-#include "platform/ListedFileTest.h"
+#include "run/ListedFileTest.h"
 #include "support/AnyUser.h"
 
 // Names that differ in case alone, pipes, links and rights, as POSIX systems have them.

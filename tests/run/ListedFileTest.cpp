@@ -1,4 +1,4 @@
-#include "platform/ListedFileTest.h"
+#include "run/ListedFileTest.h"
 
 namespace burnwick::test {
 

@@ -1,7 +1,8 @@
-#include "platform/ListedFile.h"
+#include "run/ListedFile.h"
 
 #include <algorithm>
 
+#include "platform/FolderNames.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick {
@@ -20,13 +21,12 @@ fs::path ListedIn(const fs::path& folder, const std::string& name) {
     const std::string wanted = LowerCase(name);
     std::string found;
     std::error_code error;
-    fs::directory_iterator entry(folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    // A folder tells its names in any order.
+    for (const fs::path& entry : FolderNames(folder, error)) {
         std::error_code ignored;
-        const std::string listed = Utf8Text(entry->path().filename());
-        // A folder tells its entries in any order.
+        const std::string listed = Utf8Text(entry);
         const bool isNearer = found.empty() || listed == name || (found != name && listed < found);
-        if (isNearer && LowerCase(listed) == wanted && entry->is_regular_file(ignored)) {
+        if (isNearer && LowerCase(listed) == wanted && fs::is_regular_file(folder / entry, ignored)) {
             found = listed;
         }
     }

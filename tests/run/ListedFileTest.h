@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/ListedFile.h"
+#include "run/ListedFile.h"
 #include "support/TempFolder.h"
 
 namespace burnwick::test {

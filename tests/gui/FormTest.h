@@ -11,7 +11,7 @@
 #include <memory>
 #include <string>
 
-#include "gui/DarkPalette.h"
+#include "gui/DarkDesktop.h"
 #include "gui/Picture.h"
 
 namespace burnwick::test {
@@ -72,12 +72,8 @@ protected:
             EXPECT_TRUE(TakePictureOf(Form(), QString::fromStdString(name) + kind + pixels));
         };
         save("");
-        const QPalette before = QApplication::palette();
-        QApplication::setPalette(DarkPalette());
-        QCoreApplication::processEvents();
+        const DarkDesktop dark;
         save("-dark");
-        QApplication::setPalette(before);
-        QCoreApplication::processEvents();
     }
     QWidget* Parent = nullptr;  // of the form that New is to make
 

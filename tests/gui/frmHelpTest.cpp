@@ -1,4 +1,4 @@
-#include "gui/DarkPalette.h"
+#include "gui/DarkDesktop.h"
 #include "gui/HelpTest.h"
 #include "gui/Picture.h"
 
@@ -307,8 +307,7 @@ TEST_F(frmHelpTest, HasItsPicturesTaken) {
     EXPECT_TRUE(TakePictureOf(*Help, "frmHelp"));
     QTest::keyClicks(&FindBox(), "unit");
     EXPECT_TRUE(TakePictureOf(*Help, "frmHelp-find"));
-    QApplication::setPalette(DarkPalette());
-    QApplication::processEvents();
+    const DarkDesktop dark;
     EXPECT_TRUE(TakePictureOf(*Help, "frmHelp-dark"));
 }
 

@@ -8,7 +8,7 @@
 #include <QTest>
 
 #include "engine/PercentBar.h"
-#include "gui/DarkPalette.h"
+#include "gui/DarkDesktop.h"
 #include "gui/Picture.h"
 #include "gui/WindowTest.h"
 
@@ -23,8 +23,6 @@ using simulator::Fault;
 
 class frmMainPictures : public WindowTest {
 protected:
-    ~frmMainPictures() override { QApplication::setPalette(QPalette()); }
-
     // "frmMain-sending", or "frmMain-sending@2x" on a screen of twice the pixels.
     void Take(const std::string& state) const {
         Picture("frmMain-" + state + Scale());
@@ -124,7 +122,7 @@ TEST_F(frmMainPictures, OfLongTexts) {
 }
 
 TEST_F(frmMainPictures, InTheDark) {
-    QApplication::setPalette(DarkPalette());
+    const DarkDesktop dark;
     simulator::UnitOptions options;
     options.Flash = AnyBytes(ImageSize);
     Connect(std::move(options), /*paced=*/true);

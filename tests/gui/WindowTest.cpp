@@ -103,6 +103,12 @@ void WindowTest::Connect(simulator::UnitOptions options, bool paced) {
     Line_ = std::make_unique<simulator::Line>(*Unit, paced);
 }
 
+std::vector<simulator::FaultOrder> WindowTest::ThreeWrongBytes() {
+    using simulator::Fault;
+    return {{Fault::FlipData, 300}, {Fault::FlipData, 300}, {Fault::FlipData, 500},
+            {Fault::FlipData, 500}, {Fault::FlipData, 700}, {Fault::FlipData, 700}};
+}
+
 void WindowTest::ConnectUnitOfSize(std::size_t size, std::vector<simulator::FaultOrder> faults) {
     simulator::UnitOptions options;
     options.Flash = AnyBytes(size, /*seed=*/7);

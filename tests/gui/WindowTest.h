@@ -38,6 +38,9 @@ protected:
     // The cable is pulled out of the computer.
     void PullOut() const { Cable_->PullOut(); }
     void ConnectUnitOfSize(std::size_t size, std::vector<simulator::FaultOrder> faults = {});
+    // A unit whose read-back differs. Each fault is spent twice: on the answer of the download, where it
+    // spoils nothing, and on that of the read-back.
+    static std::vector<simulator::FaultOrder> ThreeWrongBytes();
     // Does something in the middle of a run, at this moment of virtual time.
     void At(Microseconds moment, std::function<void()> action) { Loop.At(moment, std::move(action)); }
     // Lets so much virtual time pass.

@@ -99,14 +99,7 @@ TEST_F(frmMainDisplay, OfAVerifiedDownload) {
 
 TEST_F(frmMainDisplay, OfAMismatch) {
     Settings["Options/Verify"] = "1";
-    // Each is spent twice: on the answer of the download, where it spoils nothing, and on that of the
-    // read-back.
-    ConnectUnitOfSize(ImageSize, {{Fault::FlipData, 300},
-                                  {Fault::FlipData, 300},
-                                  {Fault::FlipData, 500},
-                                  {Fault::FlipData, 500},
-                                  {Fault::FlipData, 700},
-                                  {Fault::FlipData, 700}});
+    ConnectUnitOfSize(ImageSize, ThreeWrongBytes());
     Start();
     DownloadAndVerify(Image());
     EXPECT_EQ(Display(),

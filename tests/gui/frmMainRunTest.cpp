@@ -267,12 +267,7 @@ TEST_F(frmMainRun, VerifiesByReadingTheUnitBack) {
 }
 
 TEST_F(frmMainRun, AMismatchOfThreeBytesStillEndsAsASuccessfulProgramming) {
-    ConnectUnitOfSize(ImageSize, {{Fault::FlipData, 300},
-                                  {Fault::FlipData, 300},
-                                  {Fault::FlipData, 500},
-                                  {Fault::FlipData, 500},
-                                  {Fault::FlipData, 700},
-                                  {Fault::FlipData, 700}});
+    ConnectUnitOfSize(ImageSize, ThreeWrongBytes());
     Start();
     DownloadAndAnswer(QMessageBox::Yes);
     EXPECT_THAT(Display(), EndsWith("Verifying error: 3 bytes are different.\n"));

@@ -5,12 +5,11 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <vector>
+
+#include "platform/Bytes.h"
 
 // The frames of the wire as values: what the program sends, and what it reads out of an answer.
 namespace burnwick {
-
-using Bytes = std::vector<std::byte>;
 
 // The unit of transfer.
 inline constexpr std::size_t BlockSize = 256;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "engine/FlashMessages.h"
+
 namespace burnwick::test {
 
 namespace {

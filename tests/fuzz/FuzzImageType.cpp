@@ -1,8 +1,8 @@
 #include <array>
 
-#include "engine/FlashMessages.h"
 #include "engine/ImageInfo.h"
 #include "fuzz/Input.h"
+#include "platform/Bytes.h"
 
 // An image of any length and content, classified before it is sent.
 

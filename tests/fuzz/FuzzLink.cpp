@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 
+#include "engine/FlashMessages.h"
 #include "engine/SerialFlash.h"
 #include "fuzz/BabblingDevice.h"
 #include "support/SampleImages.h"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "engine/FlashMessages.h"
 #include "engine/ImageInfo.h"
 #include "image/MemoryImage.h"
 

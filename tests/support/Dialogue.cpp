@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 
+#include "engine/FlashMessages.h"
 #include "support/Hex.h"
 
 namespace burnwick::test {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/FlashMessages.h"
+#include "platform/Bytes.h"
 #include "platform/SerialDevice.h"
 #include "support/VirtualLoop.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/FlashMessages.h"
+#include "platform/Bytes.h"
 
 namespace burnwick::test {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <random>
 
+#include "engine/FlashMessages.h"
 #include "support/ImageBuilder.h"
 
 namespace burnwick::test {

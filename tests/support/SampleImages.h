@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-#include "engine/FlashMessages.h"
+#include "platform/Bytes.h"
 
 namespace burnwick::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/FlashMessages.h"
+#include "platform/Bytes.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick::test {

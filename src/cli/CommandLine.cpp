@@ -1,10 +1,14 @@
+// The only source that includes the option parser: its header takes seconds to compile.
 #include "cli/CommandLine.h"
 
 #include <CLI/CLI.hpp>
 #include <array>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "cli/Arguments.h"
 #include "cli/CompareVerb.h"
 #include "cli/DownloadVerb.h"
 #include "cli/InfoVerb.h"
@@ -55,7 +59,48 @@ int Execute(Verb& verb, Environment& environment) {
     return status == Done && !verb.IsRun() ? FileUnusable : status;
 }
 
+CLI::Option& Choice(CLI::App& verb, const std::string& name, std::string& into, const std::string& value,
+                    const std::vector<std::string>& choices, const std::string& help) {
+    return *verb.add_option(name, into, help)->type_name(value)->check(CLI::IsMember(choices));
+}
+
 }  // namespace
+
+void Arguments::AddRequired(const std::string& name, std::string& into, const std::string& help) {
+    Verb_.add_option(name, into, help)->required();
+}
+
+void Arguments::AddRequired(const std::string& name, std::vector<std::string>& into,
+                            const std::string& help) {
+    Verb_.add_option(name, into, help)->required();
+}
+
+void Arguments::AddFlag(const std::string& name, bool& into, const std::string& help) {
+    Verb_.add_flag(name, into, help);
+}
+
+void Arguments::AddOption(const std::string& name, std::string& into, const std::string& value,
+                          const std::string& help) {
+    // An unset variable of a script must not count as no option.
+    const auto notEmpty = [](const std::string& given) {
+        return given.empty() ? std::string("it is empty") : std::string();
+    };
+    Verb_.add_option(name, into, help)->type_name(value)->check(notEmpty);
+}
+
+void Arguments::AddChoice(const std::string& name, std::string& into, const std::string& value,
+                          const std::vector<std::string>& choices, const std::string& help) {
+    Choice(Verb_, name, into, value, choices, help);
+}
+
+void Arguments::AddRequiredChoice(const std::string& name, std::string& into, const std::string& value,
+                                  const std::vector<std::string>& choices, const std::string& help) {
+    Choice(Verb_, name, into, value, choices, help).required();
+}
+
+void Arguments::AddExample(const std::string& call) {
+    Verb_.footer("Example:\n  " + call);
+}
 
 int RunCommandLine(const std::vector<std::string>& words, Environment& environment) {
     CLI::App app("Programs, reads and checks the flash memory of a video unit over a serial line",

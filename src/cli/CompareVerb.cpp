@@ -1,9 +1,9 @@
 #include "cli/CompareVerb.h"
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "cli/JsonOutput.h"
 #include "cli/Wording.h"
 #include "image/modBinFileInfo.h"
 #include "platform/Utf8Path.h"
@@ -12,15 +12,6 @@
 namespace burnwick::cli {
 
 namespace {
-
-void PrintJson(std::ostream& out, const std::string& result, std::optional<std::int32_t> differences,
-               const std::string& message) {
-    nlohmann::ordered_json object{{"result", result}, {"differences", nullptr}, {"message", message}};
-    if (differences) {
-        object["differences"] = *differences;
-    }
-    out << object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << std::endl;
-}
 
 bool AreTheSame(const std::string& file1, const std::string& file2) {
     std::error_code ignored;
@@ -55,7 +46,8 @@ int CompareVerb::Execute(Environment& environment) {
                       message);
     }
     if (Json_) {
-        PrintJson(environment.Out, differences == 0 ? "identical" : "different", differences, message);
+        PrintJson(environment.Out,
+                  Comparison{differences == 0 ? "identical" : "different", differences, message});
     } else if (!Quiet_) {
         environment.Out << message << std::endl;
     }
@@ -65,7 +57,7 @@ int CompareVerb::Execute(Environment& environment) {
 int CompareVerb::Refuse(Environment& environment, int status, const std::string& why) const {
     PrintError(environment.Err, why);
     if (Json_) {
-        PrintJson(environment.Out, "error", std::nullopt, why);
+        PrintJson(environment.Out, Comparison{"error", std::nullopt, why});
     }
     return status;
 }

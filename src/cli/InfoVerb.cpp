@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
-#include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "cli/JsonOutput.h"
 #include "cli/Wording.h"
 #include "engine/FlashMessages.h"
 #include "engine/ImageInfo.h"
@@ -72,36 +72,6 @@ void PrintText(std::ostream& out, const std::string& fileName, const BinFileInfo
     field("Kind", WordKind(info));
     field("Link", WordLink(view));
     out << std::flush;
-}
-
-void PrintJson(std::ostream& out, const BinFileInfo& info, const ImageInfo& link) {
-    const nlohmann::ordered_json object{
-        {"Checksum", info.Checksum},
-        {"ChecksumShort", info.ChecksumShort},
-        {"Version", info.Version},
-        {"Language", info.Language},
-        {"DateStamp", info.DateStamp},
-        {"Model", info.Model},
-        {"FileName", info.FileName},
-        {"ImageFileName", info.ImageFileName},
-        {"FilePath", info.FilePath},
-        {"FileSize", info.FileSize},
-        {"ImageFamily", info.ImageFamily},
-        {"ImageKind", info.ImageKind},
-        {"TypeSuffix", info.TypeSuffix},
-        {"IsBootCode", info.IsBootCode},
-        {"HasBinaryHeader", info.HasBinaryHeader},
-        {"HeaderFormat", info.HeaderFormat},
-        {"SignaturePos", info.SignaturePos},
-        {"Link",
-         {{"ImageFamily", link.ImageFamily},
-          {"ImageType", link.ImageType},
-          {"ImageTypeText", link.ImageTypeText},
-          {"ImageModel", link.ImageModel},
-          {"ImageSubModel", link.ImageSubModel},
-          {"FilesizeHex", link.FilesizeHex}}},
-    };
-    out << object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << std::endl;
 }
 
 }  // namespace

@@ -8,10 +8,6 @@ namespace burnwick {
 
 namespace {
 
-std::string NameOf(int port) {
-    return "COM" + std::to_string(port);
-}
-
 // Digits alone: neither sign nor blank.
 int NumberOf(std::string_view text) {
     int number = 0;
@@ -21,18 +17,26 @@ int NumberOf(std::string_view text) {
 
 }  // namespace
 
+std::string PortName(int port) {
+    return "COM" + std::to_string(port);
+}
+
+std::string DescriptionOf(const FoundPort& port) {
+    return port.Usable ? port.Description : port.Description + ": " + port.Trouble;
+}
+
 PortEntries EntriesOf(const std::vector<FoundPort>& found, int remembered) {
     PortEntries list;
     std::string troubles;
     for (const FoundPort& port : found) {
         if (!port.Usable) {
-            troubles += (troubles.empty() ? "" : "\n") + NameOf(port.Number) + ": " + port.Trouble;
+            troubles += (troubles.empty() ? "" : "\n") + PortName(port.Number) + ": " + port.Trouble;
             continue;
         }
         if (port.Number == remembered) {
             list.Selected = list.Entries.size();
         }
-        list.Entries.push_back({port.Number, "Communications Port (" + NameOf(port.Number) + ")",
+        list.Entries.push_back({port.Number, "Communications Port (" + PortName(port.Number) + ")",
                                 port.Device + "\n" + port.Description});
     }
     if (list.Entries.empty()) {
@@ -68,7 +72,7 @@ int BaudIndexOf(std::string_view stored) {
 }
 
 BoxText PortRefusedBox(int port, const std::string& description) {
-    return {"CommPort Error", NameOf(port) + " is not available. " + description
+    return {"CommPort Error", PortName(port) + " is not available. " + description
                                   + ".    \nPlease try to select another CommPort."};
 }
 

@@ -19,6 +19,12 @@ struct FoundPort {
     std::string Trouble;  // why it is not usable
 };
 
+// "COM5".
+std::string PortName(int port);
+
+// What the system knows of the port, and why it is unusable if it is.
+std::string DescriptionOf(const FoundPort& port);
+
 struct PortEntry {
     int Number = 0;  // 0 for the entry that says that there is no port
     std::string Text;

@@ -14,7 +14,7 @@ namespace simulator {
 
 namespace {
 
-[[noreturn]] void Fail(const std::filesystem::path& path, const std::string& reason) {
+[[noreturn]] void FailFlashFile(const std::filesystem::path& path, const std::string& reason) {
     throw std::runtime_error("flash file " + path.string() + ": " + reason);
 }
 
@@ -34,7 +34,7 @@ FlashFile::FlashFile(const std::filesystem::path& path, std::size_t size) {
     if (std::filesystem::exists(Path_, error)) {
         Load();
     } else if (error) {
-        Fail(Path_, error.message());
+        FailFlashFile(Path_, error.message());
     } else {
         Replace(std::vector<std::byte>(size, std::byte{0xFF}));
     }
@@ -48,21 +48,22 @@ void FlashFile::Keep(const std::vector<std::byte>& flash) {
 
 void FlashFile::Load() {
     if (!std::filesystem::is_regular_file(Path_)) {
-        Fail(Path_, "is not a file");
+        FailFlashFile(Path_, "is not a file");
     }
     std::error_code error;
     const auto size = std::filesystem::file_size(Path_, error);
     if (error) {
-        Fail(Path_, error.message());
+        FailFlashFile(Path_, error.message());
     }
     if (size == 0 || size % BlockSize != 0) {
-        Fail(Path_, "its " + std::to_string(size) + " bytes are not a whole number of 256-byte blocks");
+        FailFlashFile(Path_,
+                      "its " + std::to_string(size) + " bytes are not a whole number of 256-byte blocks");
     }
     Contents_.resize(size);
     std::ifstream file(Path_, std::ios::binary);
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): streams know no other bytes
     if (!file.read(reinterpret_cast<char*>(Contents_.data()), static_cast<std::streamsize>(size))) {
-        Fail(Path_, "cannot be read: " + SystemReason());
+        FailFlashFile(Path_, "cannot be read: " + SystemReason());
     }
 }
 
@@ -77,7 +78,7 @@ void FlashFile::Replace(const std::vector<std::byte>& flash) {
     if (!file) {
         const auto reason = SystemReason();
         std::filesystem::remove(fresh, error);
-        Fail(Path_, "cannot be written: " + reason);
+        FailFlashFile(Path_, "cannot be written: " + reason);
     }
     if (const auto old = std::filesystem::status(Path_, error); std::filesystem::is_regular_file(old)) {
         std::filesystem::permissions(fresh, old.permissions(), error);
@@ -86,7 +87,7 @@ void FlashFile::Replace(const std::vector<std::byte>& flash) {
     if (error) {
         const auto reason = error.message();
         std::filesystem::remove(fresh, error);
-        Fail(Path_, "cannot be replaced: " + reason);
+        FailFlashFile(Path_, "cannot be replaced: " + reason);
     }
     Contents_ = flash;
 }

@@ -11,7 +11,7 @@ namespace simulator {
 
 namespace {
 
-[[noreturn]] void Fail(const std::filesystem::path& path, const std::string& reason) {
+[[noreturn]] void FailLink(const std::filesystem::path& path, const std::string& reason) {
     throw std::runtime_error("link " + path.string() + ": " + reason);
 }
 
@@ -22,20 +22,20 @@ Link::Link(std::filesystem::path path, std::filesystem::path target)
     std::error_code error;
     const auto there = std::filesystem::symlink_status(Path_, error);
     if (std::filesystem::exists(there) && !std::filesystem::is_symlink(there)) {
-        Fail(Path_, "something else bears this name, and is left alone");
+        FailLink(Path_, "something else bears this name, and is left alone");
     }
     // Made beside it and renamed, so that the name never points nowhere.
     auto fresh = Path_;
     fresh += "." + std::to_string(getpid()) + ".tmp";
     std::filesystem::create_symlink(Target_, fresh, error);
     if (error) {
-        Fail(Path_, "cannot be made: " + error.message());
+        FailLink(Path_, "cannot be made: " + error.message());
     }
     std::filesystem::rename(fresh, Path_, error);
     if (error) {
         const auto reason = error.message();
         std::filesystem::remove(fresh, error);
-        Fail(Path_, "cannot be made: " + reason);
+        FailLink(Path_, "cannot be made: " + reason);
     }
 }
 

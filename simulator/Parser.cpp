@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <numeric>
 
+#include "simulator/Wire.h"
+
 namespace simulator {
 
 namespace {
@@ -15,7 +17,6 @@ constexpr std::byte FlashRequestMark{0xCC};
 constexpr std::byte BlockCode{0x03};
 
 constexpr std::size_t HeaderLength = 2;
-constexpr std::size_t CommandLength = 4;
 constexpr std::size_t NumberEnd = 5;  // a block message's number is its bytes 3 and 4
 constexpr std::size_t RequestLength = NumberEnd + 1;
 constexpr std::size_t DataMessageLength = NumberEnd + BlockSize + 1;

@@ -27,8 +27,6 @@ constexpr Time RestartTime = 300ms;
 constexpr Time SetUpLimit = 2s;    // how long a host waits for the answer to a speed request
 constexpr Time AnswerLimit = 10s;  // how long it waits for the answer to a block
 
-constexpr std::size_t CommandLength = 4;
-
 constexpr std::byte ReadyCode{5};
 constexpr std::byte AcknowledgeCode{6};
 constexpr std::byte WrongCheckCode{7};

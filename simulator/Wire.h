@@ -6,6 +6,9 @@
 
 namespace simulator {
 
+// Bytes of a message without data: FF AA, its kind, its check.
+inline constexpr std::size_t CommandLength = 4;
+
 // The length in time of so many bytes at `baud` bit/s: start bit, eight data bits, stop bit. A line without a
 // speed takes no time.
 constexpr std::chrono::nanoseconds AirTime(std::size_t bytes, unsigned baud) {

@@ -83,6 +83,9 @@ public:
     const CommResult& PortError() const { return PortError_; }
 
 private:
+    // How often a wait looks at the cancel flag and the limits.
+    static constexpr std::chrono::milliseconds LongestSleep{100};
+
     // Everything that a run leaves behind, and the next one must not find.
     struct Run {
         burnwick::LinkState LinkState = LinkState::WaitingForUnit;

@@ -13,7 +13,6 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t ShortestAnswer = 4;
 constexpr std::size_t LongestAnswer = ShortestAnswer + BlockSize;
-constexpr std::chrono::microseconds LongestSleep = 100ms;
 
 // Silence limits, in ticks of 100 ms.
 constexpr int SetUpLimit = 20;

@@ -16,7 +16,6 @@ using namespace std::chrono_literals;
 
 constexpr auto UnitPatience = 60s;  // how long a unit may take to show up
 constexpr auto ProbeInterval = 500ms;
-constexpr auto LongestSleep = 100ms;  // a wait looks at the cancel flag and the limits this often
 
 // English in every locale.
 std::string Formatted(const std::tm& time, const char* pattern) {

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "log/LogPaths.h"
+#include "log/LogText.h"
 #include "platform/FileLock.h"
 #include "platform/PlainText.h"
 
@@ -19,14 +20,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view LineEnd = "\r\n";
 constexpr std::uintmax_t LongestLog = 16'384;  // bytes; a longer one is archived
 constexpr std::size_t KeptRecords = 30;
-constexpr std::chrono::seconds LongestWait{2};
+constexpr std::chrono::seconds WriteLockLimit{2};
 
 // The log's text for a line, whatever is in it: a line break inside would part the record.
 std::string Line(const std::string& text) {
-    return PlainText(text, ' ').append(LineEnd);
+    return PlainText(text, ' ').append(LogLineEnd);
 }
 
 std::string Formatted(const char* format, const std::tm& time) {
@@ -250,7 +250,7 @@ void WriteActivityLog(const fs::path& folder, const std::string& logOption, cons
         return;
     }
     const LogFiles files(folder);
-    const auto lock = LockFile(files.Lock, LongestWait);
+    const auto lock = LockFile(files.Lock, WriteLockLimit);
     if (lock && MustRotate(files.Live)) {
         Rotate(files, now);
     }
@@ -259,7 +259,7 @@ void WriteActivityLog(const fs::path& folder, const std::string& logOption, cons
 
 void LogBaudRateChange(const fs::path& folder, bool to57600, const std::tm& now) {
     const LogFiles files(folder);
-    const auto lock = LockFile(files.Lock, LongestWait);
+    const auto lock = LockFile(files.Lock, WriteLockLimit);
     if (TypeOf(files.Live) != fs::file_type::regular) {
         return;
     }

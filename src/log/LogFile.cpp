@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uintmax_t LargestShown = 100'000'000;  // bytes; the viewer needs about ten times as much
-constexpr std::chrono::milliseconds LongestWait{500};
+constexpr std::chrono::milliseconds ReadLockLimit{500};
 
 std::string Told(const fs::path& path) {
     return PlainText(Utf8Text(path), ' ');
@@ -79,7 +79,7 @@ std::string ClearLogFile(const fs::path& folder) {
     if (const auto type = fs::status(path, error).type(); IsSomethingElse(type)) {
         return failed(NoFile(type) + "\n\nMove it away.");
     }
-    const auto lock = LockFile(LogLockPath(folder), LongestWait);
+    const auto lock = LockFile(LogLockPath(folder), ReadLockLimit);
     fs::remove(path, error);
     return error ? failed(error.message() + ".\n\nCheck that you may write to its folder, then try again.")
                  : "";

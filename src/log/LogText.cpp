@@ -11,7 +11,6 @@ namespace burnwick {
 
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
 constexpr unsigned FirstBeyondAscii = 0x80;
 constexpr unsigned FirstContinuation = 0x80;
 constexpr unsigned LastContinuation = 0xBF;
@@ -116,7 +115,7 @@ void AppendLine(std::string& text, std::string_view line) {
     } else {
         text += PlainText(IsUtf8(line) ? std::string(line) : Utf8FromOlder(line), ' ');
     }
-    text += LineEnd;
+    text += LogLineEnd;
 }
 
 std::size_t EndOfLine(std::string_view content, std::size_t begin) {
@@ -139,7 +138,7 @@ std::string LogText(std::string_view content) {
     for (std::size_t begin = 0; begin < content.size();) {
         const std::size_t end = EndOfLine(content, begin);
         AppendLine(text, content.substr(begin, end - begin));
-        begin = end + (content.substr(end).starts_with(LineEnd) ? LineEnd.size() : 1);
+        begin = end + (content.substr(end).starts_with(LogLineEnd) ? LogLineEnd.size() : 1);
     }
     constexpr std::size_t before = 23;
     constexpr std::size_t after = 22;

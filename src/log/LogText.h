@@ -12,6 +12,9 @@ namespace burnwick {
 // What stands in place of a log that is empty or is not there.
 inline constexpr std::string_view EmptyLogText = "The Activity log is empty.";
 
+// Ends each line of the log, on every system.
+inline constexpr std::string_view LogLineEnd = "\r\n";
+
 // A log's size in KB, rounded up. A size without a remainder is told as 0, on purpose.
 std::uintmax_t LogSizeInKB(std::uintmax_t bytes);
 

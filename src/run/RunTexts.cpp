@@ -8,7 +8,7 @@ namespace burnwick {
 
 namespace {
 
-bool Contains(const std::string& text, std::string_view part) {
+bool HasPart(const std::string& text, std::string_view part) {
     return text.find(part) != std::string::npos;
 }
 
@@ -21,21 +21,21 @@ bool NamesAFile(const std::string& line) {
 bool IsOutcome(const std::string& line) {
     static constexpr std::array<std::string_view, 4> marks{"successfully", "The software", "Transmitting",
                                                            "canceled."};
-    return std::any_of(marks.begin(), marks.end(), [&](auto mark) { return Contains(line, mark); });
+    return std::any_of(marks.begin(), marks.end(), [&](auto mark) { return HasPart(line, mark); });
 }
 
 std::span<const std::string> RunTexts::TakeMessage(const std::string& text) {
     const auto had = Display.size();
-    const bool gettingReady = Contains(text, "Getting ready");
+    const bool gettingReady = HasPart(text, "Getting ready");
     if (NamesAFile(text)) {
         Status = text.starts_with("Error:") ? text : Status;
     } else if (Verifying && gettingReady) {
         Display.emplace_back("Verifying...Please wait.");
-    } else if (Contains(text, "Please wait")) {
+    } else if (HasPart(text, "Please wait")) {
         Status = "Please wait...";
     } else if (text == "Timeout." || gettingReady || IsOutcome(text)) {
         Status = text;
-        VerifyCanceled = VerifyCanceled || (Verifying && Contains(text, "canceled."));
+        VerifyCanceled = VerifyCanceled || (Verifying && HasPart(text, "canceled."));
     }
     Display.push_back(text);
     return std::span<const std::string>(Display).subspan(had);

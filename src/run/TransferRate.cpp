@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 constexpr auto Horizon = 8s;
 constexpr auto SampleSpacing = 250ms;
 constexpr auto ShortestView = 1s;
-constexpr double BlockBytes = 256;
+constexpr double BytesPerBlock = 256;
 
 }  // namespace
 
@@ -42,8 +42,8 @@ std::string TransferRate::Text() const {
     }
     const long left = std::lround((TotalBlock_ - Samples_.back().Block) / blocksPerSecond);
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%.1f KB/s, %ld:%02ld left", blocksPerSecond * BlockBytes / 1000,
-                  left / 60, left % 60);
+    std::snprintf(text.data(), text.size(), "%.1f KB/s, %ld:%02ld left",
+                  blocksPerSecond * BytesPerBlock / 1000, left / 60, left % 60);
     return text.data();
 }
 

@@ -7,13 +7,13 @@ namespace burnwick {
 
 namespace {
 
-constexpr const char* Section = "Options";
+constexpr const char* OptionsSection = "Options";
 
 // Writing costs locks and a look at the file: a start is to be quick.
 void Store(const std::string& key, const std::string& value, const ReadSetting& read,
            const WriteSetting& write) {
-    if (read(Section, key) != value) {
-        write(Section, key, value);
+    if (read(OptionsSection, key) != value) {
+        write(OptionsSection, key, value);
     }
 }
 
@@ -34,7 +34,7 @@ void CheckShellIntegration(ShellIntegration& shell, const std::filesystem::path&
         shell.RegisterFileType(program);
         Store("ContextMenu", "Yes", read, write);
     }
-    if (read(Section, "Desktop") == "Yes") {
+    if (read(OptionsSection, "Desktop") == "Yes") {
         shell.CreateDesktopShortcut(program);
     } else {
         shell.DeleteDesktopShortcut();

@@ -11,6 +11,7 @@
 #include "bench/Measurements.h"
 #include "bench/TestImage.h"
 #include "image/modBinFileInfo.h"
+#include "settings/IniText.h"
 
 namespace bench {
 
@@ -23,6 +24,7 @@ constexpr int Runs = 200;
 constexpr double LongestInformation = 10;  // milliseconds
 constexpr double LongestComparison = 5;
 constexpr double LongestRanges = 100;
+constexpr double HighestGrowth = 30;  // 10 when each line is read once
 
 // The median processor time of some work, in milliseconds.
 template <typename Work>
@@ -81,6 +83,16 @@ double TimeOfComparison(const std::filesystem::path& image1, const std::filesyst
     });
 }
 
+// Looking for a key in a settings file of this many bytes, all one line.
+double TimeOfNoise(std::size_t size) {
+    const burnwick::IniText noise(std::string(size, 'x'));
+    return ProcessorTime([&noise] {
+        if (noise.Value("A", "k")) {
+            throw std::runtime_error("a key is found in noise");
+        }
+    });
+}
+
 }  // namespace
 
 Figures MeasureImageCost(const std::filesystem::path& folder) {
@@ -103,6 +115,8 @@ Figures MeasureImageCost(const std::filesystem::path& folder) {
         AtMost("processor time of a comparison of 1 MiB", TimeOfComparison(summed, copy), LongestComparison,
                {2, " ms"}),
         AtMost("  that finds bytes and tells where", ranges, LongestRanges, {2, " ms"}),
+        AtMost("a key in 10 MiB of noise, against 1 MiB", TimeOfNoise(10 * Mebibyte) / TimeOfNoise(Mebibyte),
+               HighestGrowth, {1, " times"}),
     };
 }
 

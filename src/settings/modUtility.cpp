@@ -19,11 +19,15 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t LongestValue = 254;  // characters
-constexpr std::chrono::seconds LongestWait{2};
 
 fs::path& IniPath() {
     static fs::path path;
     return path;
+}
+
+std::chrono::milliseconds& LockLimit() {
+    static std::chrono::milliseconds limit{2000};
+    return limit;
 }
 
 fs::path BesideIni(const char* ending) {
@@ -36,7 +40,7 @@ fs::path BesideIni(const char* ending) {
 // program that writes again and again would have it back before any of them looks.
 std::unique_ptr<FileLock> LockIni() {
     using Clock = std::chrono::steady_clock;
-    const auto limit = Clock::now() + LongestWait;
+    const auto limit = Clock::now() + LockLimit();
     const auto left = [limit] {
         return std::max(std::chrono::ceil<std::chrono::milliseconds>(limit - Clock::now()),
                         std::chrono::milliseconds(0));
@@ -69,6 +73,10 @@ std::string Cut(std::string value) {
 
 void SetIniPath(const fs::path& path) {
     IniPath() = path;
+}
+
+void SetLockLimit(std::chrono::milliseconds limit) {
+    LockLimit() = limit;
 }
 
 std::string ReadIniValue(const std::string& section, const std::string& key) {

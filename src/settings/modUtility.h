@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -8,6 +9,9 @@ namespace burnwick::modUtility {
 
 // Names the file, once, at the start of a program.
 void SetIniPath(const std::filesystem::path& path);
+
+// How long a writer waits for other copies of the program (2 s); then it leaves the file as it is.
+void SetLockLimit(std::chrono::milliseconds limit);
 
 // The value of a key; empty when the file, the section or the key is missing. At most 254 characters of it:
 // what a buffer of 255 holds besides its end. A value that is not UTF-8 is read as one in the system's own

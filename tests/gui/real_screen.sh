@@ -7,7 +7,7 @@ set -euo pipefail
 if [ "${BURNWICK_SCREEN-}" != own ]; then
     # Nothing of the user's own desktop is seen, or touched.
     exec env -i BURNWICK_SCREEN=own PATH="$PATH" TMPDIR="${TMPDIR-/tmp}" LC_ALL=C.UTF-8 TZ=UTC \
-        ${SECOND_COPY_LIMIT+SECOND_COPY_LIMIT="$SECOND_COPY_LIMIT"} ${ASAN_OPTIONS+ASAN_OPTIONS="$ASAN_OPTIONS"} \
+        ${ASAN_OPTIONS+ASAN_OPTIONS="$ASAN_OPTIONS"} \
         bash "$0" "$@"
 fi
 

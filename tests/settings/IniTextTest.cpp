@@ -189,8 +189,7 @@ TEST(IniText, ReadsANulInAValueAsABlank) {
     EXPECT_EQ(Read("[A]\nk\0=1\n"s, "A", "k"), "(none)");
 }
 
-// Whatever the noise is made of, it is gone through once. Were lines sought anew from each line's end, these
-// would take hours.
+// A reader that searches each line from its start again takes hours for this, and the test runner ends it.
 TEST(IniText, GoesThroughTenMegabytesOfNoiseOnce) {
     constexpr std::size_t size = 10'000'000;
     for (const auto& line : {std::string(size, 'x'), std::string(size, ' '), std::string(size, '\0'),
@@ -201,9 +200,7 @@ TEST(IniText, GoesThroughTenMegabytesOfNoiseOnce) {
             noise += line;
         }
         IniText ini(noise);
-        const auto before = std::chrono::steady_clock::now();
         EXPECT_EQ(ini.Value("A", "k"), std::nullopt);
-        EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(5));
         EXPECT_TRUE(ini.SetValue("A", "k", "1"));
         EXPECT_EQ(ini.Value("A", "k"), "1");
     }

@@ -3,7 +3,6 @@
 
 #include <vector>
 
-#include "platform/EnvironmentVariable.h"
 #include "platform/Forked.h"
 #include "settings/SettingsFile.h"
 
@@ -16,16 +15,12 @@ using modUtility::WriteIniValue;
 
 class SharedSettings : public SettingsFile {};
 
-// Temporary files are in memory, where there is a place for it: a disk that is busy with other things may
-// keep a writer for seconds, and then the others rightly give up.
-class InMemory {
-    static constexpr const char* Place = "/dev/shm";
-    EnvironmentVariable Folder_{"TMPDIR",
-                                access(Place, W_OK) == 0 ? Place : fs::temp_directory_path().string()};
-};
-
-class BusySettings : private InMemory, public SettingsFile {
+// Eight writers on a busy machine may wait for longer than a user would.
+class BusySettings : public SettingsFile {
 protected:
+    BusySettings() { modUtility::SetLockLimit(std::chrono::minutes(2)); }
+    ~BusySettings() override { modUtility::SetLockLimit(std::chrono::seconds(2)); }
+
     static std::string KeyOf(int process, int write) {
         return "Key" + std::to_string(process) + "." + std::to_string(write);
     }

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Shows the program at work without any hardware, with a simulated unit on a pseudo-terminal.
 # ./run.sh: describes a sample image, programs it, verifies that, reads the unit back, compares, and shows the log's
-# record. Ends with 0 only when all of it was right.
+# record. Ends with 0 only when all of it succeeded.
 # ./run.sh --window: opens the window, with the unit on COM1 and a sample image to choose.
+# Installs the packages that the mode needs.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -20,7 +21,11 @@ if [ "$mode" = window ] && [ -z "${DISPLAY-}${WAYLAND_DISPLAY-}" ]; then
     exit 1
 fi
 
-packaging/install-packages.sh
+if [ "$mode" = window ]; then
+    packaging/install-packages.sh cli gui
+else
+    packaging/install-packages.sh cli
+fi
 
 bin=$PWD/build/release/bin
 build_log=$(mktemp)
@@ -41,10 +46,13 @@ trap 'exit 130' INT TERM HUP
 # Neither settings nor anything else of the user's is touched.
 export BURNWICK_HOME=$work/home
 
-# build TARGET...
+# build TARGET...: the window, and Qt with it, only in the mode that shows it.
 build() {
+    local window=OFF
+    [ "$mode" = commands ] || window=ON
     echo "Building (the first time takes a minute) ..."
-    if ! { cmake --preset release && cmake --build --preset release --target burnwick-unit burnwick-sample "$@"; } \
+    if ! { cmake --preset release "-DBURNWICK_WINDOW=$window" \
+        && cmake --build --preset release --target burnwick-unit burnwick-sample "$@"; } \
         >"$build_log" 2>&1; then
         cat "$build_log" >&2
         echo "The build failed." >&2

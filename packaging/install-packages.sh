@@ -1,25 +1,25 @@
 #!/usr/bin/env bash
-# install-packages.sh [LIST...]
-# Installs the Debian packages of these lists (debian-packages.txt) that are missing; calls apt-get only when some are.
+# install-packages.sh [LIST...]: installs the missing Debian packages of these lists: cli, gui, tests and windows, each of
+# them debian-packages-LIST.txt. Without a LIST: all but windows. Calls apt-get only when packages are missing.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-lists=("$@")
-[ $# -gt 0 ] || lists=("$here/debian-packages.txt")
+[ $# -gt 0 ] || set -- cli gui tests
 
 missing=()
 while read -r package; do
     case $package in '' | '#'*) continue ;; esac
     state=$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null || true)
     [ "$state" = installed ] || missing+=("$package")
-done < <(cat "${lists[@]}")
+done < <(for list in "$@"; do cat "$here/debian-packages-$list.txt"; done)
 [ ${#missing[@]} -gt 0 ] || exit 0
 
 as_root=()
 if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || {
-        echo "These packages are missing: ${missing[*]}. Install them as root, or install sudo." >&2
+    if ! command -v sudo >/dev/null; then
+        echo "Packages are missing. Let root run:" >&2
+        echo "  apt-get update && apt-get install --yes --no-install-recommends ${missing[*]}" >&2
         exit 1
-    }
+    fi
     as_root=(sudo)
 fi
 echo "Installing ${missing[*]}"

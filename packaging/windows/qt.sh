@@ -2,7 +2,7 @@
 # qt.sh LINK
 # Makes LINK lead to a Qt for Windows: static, of the version that this system's own Qt has, with what Burnwick needs of
 # it. Builds it from the distribution's source package when the cache (~/.cache/burnwick) has none of that name, which
-# takes a quarter of an hour on two cores. Needs what debian-packages-windows.txt lists.
+# takes a quarter of an hour on two cores. Needs the packages of debian-packages-windows.txt.
 set -euo pipefail
 [ $# -eq 1 ] || {
     echo "usage: qt.sh LINK" >&2
@@ -12,14 +12,14 @@ link=$1
 toolchain=$(cd "$(dirname "$0")/../../cmake" && pwd)/windows-toolchain.cmake
 version=$(dpkg-query --show --showformat='${source:Version}' qt6-base-dev)
 
-# What Burnwick has no use for. Of the libraries that are left, Qt brings what it needs.
+# Features that Burnwick does not use. Qt has its own copies of the other libraries that it needs.
 without=(
     # No database, no printer, no connection but the one to another copy of itself.
     concurrent dbus sql printsupport xml
     brotli dnslookup dtls gssapi http libproxy networkdiskcache networklistmanager networkproxy ocsp openssl schannel
     socks5 sspi ssl topleveldomain udpsocket zstd
     # No scenes, no pens, no pages; fonts are drawn by the system.
-    freetype gif glib graphicsview icu jpeg movie opengl pdf tabletevent textmarkdownreader textmarkdownwriter
+    freetype gif glib graphicsview ico icu jpeg movie opengl pdf tabletevent textmarkdownreader textmarkdownwriter
     textodfwriter tuiotouch undocommand vulkan
     direct2d directwrite directwrite3  # is not for this compiler; fonts are drawn without them as well
     # None of these in its windows.
@@ -36,9 +36,12 @@ for feature in "${without[@]}"; do
     options+=("-DFEATURE_$feature=OFF")
 done
 
-# Whatever makes another Qt makes another name.
+# Unused folders of the source that no feature switches off.
+unused_folders='devicediscovery|fbconvenience|minimal|tls'
+
+# The name depends on everything that the build depends on.
 compiler=$(dpkg-query --show --showformat='${Version} ' g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev)
-made_of=$({ printf '%s\n' "$compiler" "${options[@]}" && sed '/^#/d' "$toolchain"; } | sha256sum | cut -c 1-12)
+made_of=$({ printf '%s\n' "$compiler" "${options[@]}" "$unused_folders" && sed '/^#/d' "$toolchain"; } | sha256sum | cut -c 1-12)
 cache=${XDG_CACHE_HOME:-${HOME:-/var/tmp}/.cache}/burnwick
 prefix=$cache/qt-windows-$version-$made_of
 
@@ -65,6 +68,11 @@ sources() {
     dpkg-source --no-check --extract ./*.dsc source
 }
 
+remove_unused_folders() {
+    sed -i -E "/^ *add_subdirectory\(($unused_folders)\)/d" source/src/platformsupport/CMakeLists.txt \
+        source/src/plugins/CMakeLists.txt source/src/plugins/platforms/CMakeLists.txt
+}
+
 # Neither the library nor the programs made with it tell of the folder where that happened.
 build() {
     cmake -G Ninja -S source -B build -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_INSTALL_PREFIX=/qt \
@@ -87,7 +95,7 @@ if [ ! -d "$prefix" ]; then
     cd "$work"
     rm -rf "$prefix.part"
     set +e
-    (set -e; sources; build) >"$cache/qt-windows.log" 2>&1 </dev/null
+    (set -e; sources; remove_unused_folders; build) >"$cache/qt-windows.log" 2>&1 </dev/null
     status=$?
     set -e
     if [ "$status" -ne 0 ]; then

@@ -9,6 +9,12 @@ if(BURNWICK_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${BURNWICK_CCACHE}")
 endif()
 
+# Links the test programs several times as fast as the compiler's default.
+find_program(BURNWICK_LLD ld.lld)
+if(BURNWICK_LLD AND NOT CMAKE_CROSSCOMPILING)
+  add_link_options(-fuse-ld=lld)
+endif()
+
 add_library(burnwick_warnings INTERFACE)
 target_compile_options(burnwick_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)

@@ -40,6 +40,7 @@ breach "tools stands below cli and app" '#include "(cli|app)/' src/tools
 breach "platform stands on nothing" '#include "(forms|engine|settings|ports|run|cli|app|log|image|tools)/' src/platform
 breach "only the platform's own folder includes a system's" '#include "platform/(linux|windows|qt)/' \
     "${core[@]}" src/forms src/cli src/tools src/app src/platform/*.h src/platform/*.cpp
+breach "a source includes headers only" '#include ".*\.cpp"' src simulator tests bench
 breach "the simulated unit shares nothing with the rest" \
     '#include "(engine|settings|ports|run|cli|app|log|image|tools|platform)/' simulator
 breach "the program does not know the simulated unit" '#include "simulator/' src

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs each fuzz target for so many seconds: run.sh SECONDS [BUILD_DIR]. Prints a line a target; ends with 1 when
-# something was found, and leaves the input that shows it.
+# run.sh SECONDS [BUILD_DIR]: runs each fuzz target for that time, as many at a time as there are cores. Prints a line for
+# each; ends with 1 when a target found something, and keeps the input that shows it.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 
@@ -21,7 +21,7 @@ if [ -d /dev/shm ] && [ -w /dev/shm ]; then
 else
     scratch=$(mktemp -d)
 fi
-trap 'rm -rf "$scratch"' EXIT
+trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$scratch"' EXIT
 findings=$(mktemp -d "${TMPDIR:-/tmp}/burnwick-findings-XXXXXX")
 
 # runs LOG: how many inputs a target has tried.
@@ -31,13 +31,13 @@ runs() {
 
 # fuzz TARGET: false when something was found.
 fuzz() {
-    local target=$1 corpus=$scratch/corpus/$1 log=$findings/$1.log
-    mkdir -p "$corpus" "$scratch/tmp"
+    local target=$1 corpus=$scratch/corpus/$1 log=$findings/$1.log tmp=$scratch/tmp/$1
+    mkdir -p "$corpus" "$tmp"
     # The seeds of some targets are files, those of others are made by now.
     if [ -d "$root/tests/fuzz/seeds/$target" ]; then
         cp "$root/tests/fuzz/seeds/$target"/* "$corpus"
     fi
-    if TMPDIR=$scratch/tmp "$build/bin/$target" "$corpus" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
+    if TMPDIR=$tmp "$build/bin/$target" "$corpus" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$findings/$target-" >"$log" 2>&1; then
         echo "$target: $seconds s, $(runs "$log") runs, nothing found"
         rm -f "$log"
@@ -52,9 +52,18 @@ fuzz() {
 mkdir "$scratch/corpus"
 "$build/bin/burnwick-seeds" "$scratch/corpus"
 
-status=0
+status=0 running=0
 for program in "$build"/bin/fuzz_*; do
-    fuzz "$(basename "$program")" || status=1
+    if [ "$running" -ge "$(nproc)" ]; then
+        wait -n || status=1
+        running=$((running - 1))
+    fi
+    fuzz "$(basename "$program")" &
+    running=$((running + 1))
+done
+while [ "$running" -gt 0 ]; do
+    wait -n || status=1
+    running=$((running - 1))
 done
 rmdir "$findings" 2>/dev/null || true
 exit "$status"

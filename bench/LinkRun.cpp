@@ -12,28 +12,22 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// What a run tells, and when.
+// When a run's blocks began and ended.
 struct Account {
     Clock::time_point Start;
     Clock::time_point End;
-    int Blocks = 0;
-    bool Completed = false;
-    std::string Texts;
 
     void Listen(burnwick::SerialFlash& flash) {
-        // Told once before the first block, which is sent without any further wait.
-        flash.Progress = [this](int block, int totalBlock) {
+        // Raised once before the first block, which is sent without any further wait.
+        flash.Progress = [this](int block, int /*totalBlock*/) {
             if (block == 0) {
                 Start = Clock::now();
             }
-            Blocks = totalBlock;
         };
-        flash.Message = [this](const std::string& text) {
-            if (text.find("completed successfully") != std::string::npos) {
+        flash.Message = [this](const burnwick::RunLine& line) {
+            if (line.Kind == burnwick::LineKind::Completed) {
                 End = Clock::now();
-                Completed = true;
             }
-            Texts += text + '\n';
         };
     }
 };
@@ -50,12 +44,11 @@ LinkTime RunLink(const LinkJob& job) {
     flash.SetBaudRate(job.Baud);
     flash.SetUploadBlock(static_cast<std::int16_t>(job.UploadBlocks));
     flash.Execute(job.Method);
-    const bool atSpeed =
-        account.Texts.find("Contact established at " + job.Baud + "bps.") != std::string::npos;
-    if (!account.Completed || !atSpeed) {
-        throw std::runtime_error("a run of the link failed:\n" + account.Texts);
+    const burnwick::RunResult& run = flash.LastRun();
+    if (!run.Succeeded() || std::to_string(run.Baud) != job.Baud) {
+        throw std::runtime_error("a run of the link failed, or was not made at " + job.Baud + " bit/s");
     }
-    return {account.Blocks, account.End - account.Start};
+    return {run.TotalBlocks, account.End - account.Start};
 }
 
 }  // namespace bench

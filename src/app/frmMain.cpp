@@ -72,8 +72,8 @@ frmMain::frmMain(WindowServices& services)
     new PaintLimit(this);
     ConnectCommands();
     SerialFlash1.Progress = [this](int block, int total) { SerialFlash1_Progress(block, total); };
-    SerialFlash1.Message = [this](const std::string& text) { SerialFlash1_Message(text); };
-    SerialFlash1.Timing = [this](const std::string& text) { SerialFlash1_Timing(text); };
+    SerialFlash1.Message = [this](const RunLine& line) { SerialFlash1_Message(line); };
+    SerialFlash1.Timing = [this](const RunTiming& timing) { SerialFlash1_Timing(timing); };
     SerialFlash1.Trace = Services_.Trace;
     SerialFlash1.SetDebugEnabled(Services_.Debug);
 }
@@ -240,7 +240,7 @@ void frmMain::LoadRecentFiles() {
 }
 
 void frmMain::AddRecentFile(const std::string& path) {
-    if (LeavesRecentFile(Texts_.Status, TransferMode == TransferModes::Upload)) {
+    if (LeavesRecentFile(Result_, TransferMode == TransferModes::Upload)) {
         burnwick::AddRecentFile(path, Services_.Setting, Services_.Store);
         LoadRecentFiles();
     }
@@ -283,7 +283,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (watched == Ui_->txtDisplay && event->type() == QEvent::KeyPress) {
         const auto* const key = static_cast<QKeyEvent*>(event);
         // The way to stop a download when Cancel is disabled already; hidden on purpose.
-        if (Running_ && TransferMode == TransferModes::Download && MovesBlocks(Texts_.Status)
+        if (Running_ && TransferMode == TransferModes::Download && Texts_.MovesBlocks
             && key->key() == Qt::Key_S && key->modifiers() == Qt::ShiftModifier) {
             SerialFlash1.Execute(Method::Cancel);
             return true;

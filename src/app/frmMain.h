@@ -113,8 +113,8 @@ private:
 
     // frmMainShow.cpp: what a run shows of itself.
     void SerialFlash1_Progress(int block, int totalBlock);
-    void SerialFlash1_Message(const std::string& text);
-    void SerialFlash1_Timing(const std::string& text);
+    void SerialFlash1_Message(const RunLine& line);
+    void SerialFlash1_Timing(const RunTiming& timing);
     void BeginTransfer();
     void ForgetProgress();
     void tmrStatus_Timer();
@@ -160,6 +160,7 @@ private:
     bool Unloading_ = false;      // leaving is the user's own wish, not the window manager's
     bool CloseWhenDone_ = false;  // the window closes when the run has ended
     RunTexts Texts_;              // of the latest run; labels and display show them
+    RunResult Result_;            // of its transfer, a read-back apart
     SoftwareSummary Summary_;
     modBinFileInfo::BinFileInfo BinFileInfo;  // of the image that the summary shows
     TransferRate Rate_;

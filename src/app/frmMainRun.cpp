@@ -74,9 +74,13 @@ void frmMain::RunFlashCommand() {
     }
     Running_ = true;
     Texts_ = {};
+    Result_ = {};
     try {
         Run();
     } catch (const std::exception& error) {
+        if (!Texts_.Verifying) {
+            Result_ = SerialFlash1.LastRun();
+        }
         BackToIdle();
         SystemMenu_->SetCloseGreyed(false);
         Services_.Store("Status", "Programming", "No");
@@ -111,12 +115,13 @@ void frmMain::Run() {
     } else {
         SerialFlash1.Execute(Method::Download);
     }
-    if (const CommResult error = SerialFlash1.PortError()) {
-        TrapCommError(*error);
+    Result_ = SerialFlash1.LastRun();
+    if (Result_.PortError) {
+        TrapCommError(*Result_.PortError);
         return;
     }
     if (TransferMode == TransferModes::Download
-        && OffersVerification(Texts_.Status, Services_.Setting("Options", "Verify"), CancelRequested)
+        && OffersVerification(Result_, Services_.Setting("Options", "Verify"), CancelRequested)
         && MsgBox(this, QMessageBox::Information, VerificationQuestion(), QMessageBox::Yes | QMessageBox::No)
                == QMessageBox::Yes) {
         Verify();
@@ -248,7 +253,7 @@ void frmMain::Verify() {
 
 void frmMain::Judge(const std::filesystem::path& readBack) {
     std::error_code ignored;
-    if (const CommResult error = SerialFlash1.PortError()) {
+    if (const CommResult error = SerialFlash1.LastRun().PortError) {
         ShowCommError(*error);
     } else if (Texts_.VerifyCanceled) {
         Append(Texts_.EndVerification("Verifying was canceled."));
@@ -263,7 +268,7 @@ void frmMain::Judge(const std::filesystem::path& readBack) {
 
 void frmMain::EndOfRun() {
     Services_.Beep();
-    if (TransferMode == TransferModes::Download && Texts_.Timing.find("Elapsed") != std::string::npos) {
+    if (TransferMode == TransferModes::Download && SerialFlash1.LastRun().Elapsed) {
         modSystemMenu::ToggleCloseCommand(*SystemMenu_);
     }
     BackToIdle();
@@ -271,7 +276,7 @@ void frmMain::EndOfRun() {
     if (!IsActive()) {
         Services_.Notify(Title_, Announcement(Texts_));
     }
-    if (Texts_.Status.find("Transmitting error") != std::string::npos && !CloseWhenDone_) {
+    if (Result_.Outcome == Outcome::TransmittingError && !CloseWhenDone_) {
         MsgBox(this, QMessageBox::Warning, TransmittingErrorBox());
     }
     LogRun();
@@ -297,7 +302,7 @@ void frmMain::BackToIdle() {
 }
 
 void frmMain::LogRun() {
-    ActivityRecord record = RecordOf(Texts_, ImageFileName, Summary_);
+    ActivityRecord record = RecordOf(Result_, Texts_, ImageFileName, Summary_);
     record.IsUpload = TransferMode == TransferModes::Upload;
     WriteActivityLog(Services_.ProgramFolder, Services_.Setting("Options", "LogOption"), record,
                      Services_.Loop.Now());

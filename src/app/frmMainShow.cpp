@@ -31,7 +31,7 @@ void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
     if (Ui_->PercentBar1->Value() != Percent) {
         Ui_->PercentBar1->SetValue(Percent);
     }
-    Texts_.Status = BlockText(Kind(), block, totalBlock);
+    Texts_.TakeProgress(BlockText(Kind(), block, totalBlock));
     SetStatus(Texts_.Status);
 }
 
@@ -58,19 +58,19 @@ void frmMain::ForgetProgress() {
     ShowText(*Ui_->lblRate, "");
 }
 
-void frmMain::SerialFlash1_Message(const std::string& text) {
+void frmMain::SerialFlash1_Message(const RunLine& line) {
     const RunKind run = Kind();
-    if (EndsWaiting(run, text)) {
+    if (EndsWaiting(run, line)) {
         tmrStatus->SetEnabled(false);
         Ui_->lblStatus->setVisible(true);
     }
-    Append(Texts_.TakeMessage(text));
+    Append(Texts_.TakeMessage(line));
     SetStatus(Texts_.Status);
-    const BarChange bar = BarAfter(text);
+    const BarChange bar = BarAfter(line.Kind);
     if (bar == BarChange::Full && run.IsUpload) {
         ShowSoftwareSummary(ImageFileName);
     }
-    if (const auto caption = CaptionAfter(run, text)) {
+    if (const auto caption = CaptionAfter(run, line)) {
         SetCaption(*caption);
     }
     switch (bar) {
@@ -88,9 +88,9 @@ void frmMain::SerialFlash1_Message(const std::string& text) {
     }
 }
 
-void frmMain::SerialFlash1_Timing(const std::string& text) {
-    Texts_.Timing = text;
-    ShowText(*Ui_->lblTiming, text);
+void frmMain::SerialFlash1_Timing(const RunTiming& timing) {
+    Texts_.Timing = timing;
+    ShowText(*Ui_->lblTiming, timing.Text);
     Ui_->lblTiming->setVisible(true);
     ShowText(*Ui_->lblRate, Rate_.Text());
 }

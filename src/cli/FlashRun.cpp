@@ -37,14 +37,14 @@ int FlashRun::Download(const std::string& image, bool verify) {
     }
     const auto awake = Prepare();
     Transfer(Method::Download, image);
-    const bool brokenOff = Report().Status == TransmittingError || Report().Status == Canceled;
-    if (brokenOff && Report().Baud > 0) {
+    const RunResult programming = Flash_.LastRun();
+    if (programming.LeavesFlashIncomplete()) {
         Report().Error += " The unit's flash is incomplete: program it again before it is used.";
     } else if (Report().Status == Done && verify) {
         ReadBack(image, " The programming was completed, but it is not verified.");
         Console_.Texts().Status = Programmed;
     }
-    Log(image, /*isUpload=*/false);
+    Log(RecordOfRun(programming, image));
     return End();
 }
 
@@ -57,7 +57,9 @@ int FlashRun::Upload(const std::string& file, int blocks, bool replacesFile) {
     Transfer(Method::Upload, file);
     Report().TotalBlocks = blocks;
     Image_ = modBinFileInfo::GetBinFileInfo(file);
-    Log(file, /*isUpload=*/true);
+    ActivityRecord record = RecordOfRun(Flash_.LastRun(), file);
+    record.IsUpload = true;
+    Log(record);
     return End();
 }
 
@@ -69,7 +71,10 @@ int FlashRun::Verify(const std::string& image) {
     ReadBack(image, "");
     RunTexts& texts = Console_.Texts();
     texts.Status = texts.Result.empty() ? texts.Status : texts.Result;
-    Log(image, /*isUpload=*/true);
+    ActivityRecord record = RecordOfRun(Flash_.LastRun(), image);
+    record.IsUpload = true;
+    record.Succeeded = Report().Verdict && Report().Verdict->IsMatch();
+    Log(record);
     return End();
 }
 
@@ -147,13 +152,14 @@ void FlashRun::Transfer(Method method, const std::string& file) {
     Console_.BeginTransfer();
     Flash_.SetFileName(file);
     Flash_.Execute(method);
-    const auto said = Console_.EndTransfer();
-    if (const auto& error = Flash_.PortError()) {
-        FailPort(*error);
+    const RunResult& run = Flash_.LastRun();
+    Console_.EndTransfer(run);
+    if (run.PortError) {
+        FailPort(*run.PortError);
         return;
     }
-    Report().Status = StatusOf(OutcomeOf(said));
-    Report().Error = WordFailure(Report(), PortName(), said);
+    Report().Status = StatusOf(run.Outcome);
+    Report().Error = WordFailure(Report(), PortName(), run);
 }
 
 // The unit's flash goes into the verification file, which lives no longer than this.
@@ -192,9 +198,11 @@ void FlashRun::Judge(const std::string& image, const std::string& ifItFails) {
     }
 }
 
-void FlashRun::Log(const std::string& image, bool isUpload) {
-    ActivityRecord record = RecordOf(Console_.Texts(), image, SummaryOf(Image_, /*wholeChecksum=*/false));
-    record.IsUpload = isUpload;
+ActivityRecord FlashRun::RecordOfRun(const RunResult& run, const std::string& file) {
+    return RecordOf(run, Console_.Texts(), file, SummaryOf(Image_, /*wholeChecksum=*/false));
+}
+
+void FlashRun::Log(const ActivityRecord& record) {
     WriteActivityLog(Environment_.ProgramFolder, LogOption(Environment_.Setting, Environment_.Store), record,
                      Environment_.Loop.Now());
 }

@@ -9,6 +9,7 @@
 #include "cli/RunOptions.h"
 #include "engine/SerialFlash.h"
 #include "image/modBinFileInfo.h"
+#include "log/ActivityLog.h"
 #include "platform/MSComm.h"
 #include "ports/PortTable.h"
 #include "run/Verification.h"
@@ -44,7 +45,8 @@ private:
     void Transfer(Method method, const std::string& file);
     void ReadBack(const std::string& image, const std::string& ifItFails);
     void Judge(const std::string& image, const std::string& ifItFails);
-    void Log(const std::string& image, bool isUpload);
+    ActivityRecord RecordOfRun(const RunResult& run, const std::string& file);
+    void Log(const ActivityRecord& record);
     void Fail(ExitStatus status, const std::string& error);
     void FailPort(const CommError& error);
     int End();

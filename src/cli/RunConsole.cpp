@@ -1,11 +1,12 @@
 #include "cli/RunConsole.h"
 
-#include <charconv>
 #include <string_view>
 
 #include "platform/PlainText.h"
 
 namespace burnwick::cli {
+
+using namespace std::chrono_literals;
 
 RunConsole::RunConsole(Environment& environment, const RunOptions& options)
     : Environment_(environment),
@@ -13,8 +14,8 @@ RunConsole::RunConsole(Environment& environment, const RunOptions& options)
       Progress_(environment.Err, environment.ErrColumns, environment.Color) {}
 
 void RunConsole::Listen(SerialFlash& flash) {
-    flash.Message = [this](const std::string& text) { ShowMessage(text); };
-    flash.Timing = [this](const std::string& text) { ShowTiming(text); };
+    flash.Message = [this](const RunLine& line) { Print(Texts_.TakeMessage(line)); };
+    flash.Timing = [this](const RunTiming& timing) { ShowTiming(timing); };
     flash.Progress = [this](int block, int total) { ShowProgress(block, total); };
     flash.Trace = [this](const std::string& line) {
         Progress_.Clear();
@@ -25,21 +26,16 @@ void RunConsole::Listen(SerialFlash& flash) {
 
 void RunConsole::BeginTransfer() {
     Progress_.Restart();
-    TransferStart_.reset();
-    FirstLine_ = Texts_.Display.size();
     Report_.Baud = 0;
     Report_.Blocks = 0;
     Report_.TotalBlocks = 0;
     Report_.ElapsedSeconds = 0;
 }
 
-std::span<const std::string> RunConsole::EndTransfer() {
+void RunConsole::EndTransfer(const RunResult& run) {
     Progress_.Clear();
-    if (TransferStart_) {
-        const std::chrono::duration<double> elapsed = Environment_.Loop.MillisecondClock() - *TransferStart_;
-        Report_.ElapsedSeconds = elapsed.count();
-    }
-    return std::span<const std::string>(Texts_.Display).subspan(FirstLine_);
+    Report_.Baud = run.Baud;
+    Report_.ElapsedSeconds = std::chrono::duration<double>(run.Elapsed.value_or(0ms)).count();
 }
 
 void RunConsole::Print(std::span<const std::string> lines) {
@@ -53,21 +49,12 @@ void RunConsole::Print(std::span<const std::string> lines) {
     Environment_.Out << std::flush;
 }
 
-void RunConsole::ShowMessage(const std::string& text) {
-    constexpr std::string_view contact = "Contact established at ";
-    if (text.starts_with(contact)) {
-        std::from_chars(text.data() + contact.size(), text.data() + text.size(), Report_.Baud);
-    }
-    Print(Texts_.TakeMessage(text));
-}
-
-void RunConsole::ShowTiming(const std::string& text) {
-    constexpr std::string_view waiting = "Timeout: ";
-    Texts_.Timing = text;
-    if (!text.starts_with(waiting)) {
-        TransferStart_ = TransferStart_.value_or(Environment_.Loop.MillisecondClock());
-    } else if (!Options_.Quiet) {
-        Progress_.ShowText("Waiting for the unit: " + text.substr(waiting.size()) + " left (Ctrl+C cancels)");
+void RunConsole::ShowTiming(const RunTiming& timing) {
+    constexpr std::string_view label = "Timeout: ";
+    Texts_.Timing = timing;
+    if (!timing.IsTransfer && !Options_.Quiet) {
+        Progress_.ShowText("Waiting for the unit: " + timing.Text.substr(label.size())
+                           + " left (Ctrl+C cancels)");
     }
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <chrono>
-#include <optional>
 #include <span>
 #include <string>
 
@@ -25,8 +23,8 @@ public:
 
     // A transfer begins: figures and progress are its own.
     void BeginTransfer();
-    // It has ended; gives the lines that it said.
-    std::span<const std::string> EndTransfer();
+    // It has ended in this way.
+    void EndTransfer(const RunResult& run);
 
     void Print(std::span<const std::string> lines);
 
@@ -35,8 +33,7 @@ public:
     RunReport& Report() { return Report_; }
 
 private:
-    void ShowMessage(const std::string& text);
-    void ShowTiming(const std::string& text);
+    void ShowTiming(const RunTiming& timing);
     void ShowProgress(int block, int totalBlock);
 
     Environment& Environment_;
@@ -44,8 +41,6 @@ private:
     ProgressLine Progress_;
     RunTexts Texts_;
     RunReport Report_;
-    std::size_t FirstLine_ = 0;  // of the transfer
-    std::optional<std::chrono::milliseconds> TransferStart_;
 };
 
 }  // namespace burnwick::cli

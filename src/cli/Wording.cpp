@@ -12,19 +12,11 @@ namespace burnwick::cli {
 
 namespace {
 
-// The error line of the link as a sentence of the command line's.
-std::string WordFileTrouble(std::span<const std::string> said) {
-    static constexpr std::string_view mark = "Error: ";
-    const auto found = std::find_if(said.begin(), said.end(),
-                                    [](const std::string& line) { return line.starts_with(mark); });
-    if (found == said.end()) {
-        return {};
-    }
-    const std::string text = found->substr(mark.size());
-    return text == "Invalid file size." ? WordInvalidSize() : text;
+std::string WordFileError(const FileError& error) {
+    return error.What == FileError::Kind::InvalidSize ? WordInvalidSize() : error.Text;
 }
 
-// The link keeps a unit's own data out of a read-back of this kind.
+// A read-back of 64 KiB of boot code has block 0 replaced, so it never matches.
 bool IsSmallBootCode(const std::string& image) {
     constexpr std::uintmax_t smallImage = 65'536;
     std::error_code ignored;
@@ -42,19 +34,21 @@ std::string WordTransmittingError(const RunReport& report, const std::string& po
 
 }  // namespace
 
-ExitStatus StatusOf(RunOutcome outcome) {
+ExitStatus StatusOf(Outcome outcome) {
     switch (outcome) {
-        case RunOutcome::Ok:
+        case Outcome::Succeeded:
             return Done;
-        case RunOutcome::NoResponse:
+        case Outcome::NoResponse:
             return NoResponse;
-        case RunOutcome::TransmittingError:
+        case Outcome::TransmittingError:
             return TransmittingError;
-        case RunOutcome::NotCompatible:
+        case Outcome::NotCompatible:
             return NotCompatible;
-        case RunOutcome::Canceled:
+        case Outcome::Canceled:
             return Canceled;
-        case RunOutcome::FileError:
+        case Outcome::PortError:
+            return PortNotAvailable;
+        case Outcome::FileError:
             break;
     }
     return FileUnusable;
@@ -98,23 +92,24 @@ std::string WordInvalidSize() {
            " tells its own length; is this the right file, and is it whole?";
 }
 
-std::string WordFailure(const RunReport& report, const std::string& portName,
-                        std::span<const std::string> said) {
-    switch (report.Status) {
-        case NoResponse:
+std::string WordFailure(const RunReport& report, const std::string& portName, const RunResult& run) {
+    switch (run.Outcome) {
+        case Outcome::NoResponse:
             return "no response from the unit on " + portName
                    + " within 60 seconds. Is it powered, in its loader, and the cable in the right socket?";
-        case TransmittingError:
+        case Outcome::TransmittingError:
             return WordTransmittingError(report, portName);
-        case NotCompatible:
+        case Outcome::NotCompatible:
             return "the image is not made for this unit; nothing was written.";
-        case Canceled:
+        case Outcome::Canceled:
             return "canceled.";
-        case FileUnusable:
-            return WordFileTrouble(said);
-        default:
-            return {};
+        case Outcome::FileError:
+            return run.FileError ? WordFileError(*run.FileError) : "";
+        case Outcome::PortError:
+        case Outcome::Succeeded:
+            break;
     }
+    return {};
 }
 
 }  // namespace burnwick::cli

@@ -1,21 +1,19 @@
 #pragma once
 
-#include <span>
 #include <string>
 
 #include "cli/ExitStatus.h"
 #include "cli/RunReport.h"
-#include "run/RunOutcome.h"
+#include "engine/RunResult.h"
 #include "run/Verification.h"
 
 namespace burnwick::cli {
 
-ExitStatus StatusOf(RunOutcome outcome);
+ExitStatus StatusOf(Outcome outcome);
 
-// One line about a transfer that ended so; empty when all went well. `portName` as "COM5 (/dev/ttyUSB0)",
-// `said` the lines of the transfer.
-std::string WordFailure(const RunReport& report, const std::string& portName,
-                        std::span<const std::string> said);
+// Why a transfer failed and what to do, in one line; empty when it succeeded. `portName` as "COM5
+// (/dev/ttyUSB0)".
+std::string WordFailure(const RunReport& report, const std::string& portName, const RunResult& run);
 
 // One line about a unit whose flash was read back and is not known to be the image.
 std::string WordMismatch(const std::string& image, const Verdict& verdict);

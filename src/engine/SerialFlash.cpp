@@ -36,7 +36,7 @@ void RemoveFile(const fs::path& path, std::error_code& error) {
     }
 }
 
-// Reads `size` bytes and appends them. Empty when all went well, else why not.
+// Reads `size` bytes and appends them. Gives the reason when it cannot, else nothing.
 std::string ReadWhole(std::ifstream& file, std::uint64_t size, Bytes& into) {
     const auto had = into.size();
     into.resize(had + size);
@@ -88,7 +88,7 @@ void SerialFlash::Execute(Method method) {
     }
     Running_ = true;
     Method_ = method;
-    PortError_.reset();
+    Result_ = {};
     try {
         RunJob();
     } catch (...) {
@@ -99,7 +99,7 @@ void SerialFlash::Execute(Method method) {
     EndRun();
 }
 
-// An event's handler has thrown: unit, port and file are left as after any failure.
+// After an exception from an event's handler: unit, port and file are left as after any failure.
 void SerialFlash::BreakOff() {
     if (Port_.PortOpen()) {
         CloseLink();
@@ -111,47 +111,56 @@ void SerialFlash::BreakOff() {
 void SerialFlash::EndRun() {
     SecTimeoutTimer_->SetEnabled(false);
     TimingTimer_->SetEnabled(false);
+    Result_.Blocks = Run_.Block;
+    Result_.Acknowledged = Run_.Block - (Run_.LinkState == LinkState::AwaitingAnswer ? 1 : 0);
+    Result_.TotalBlocks = Run_.TotalBlock;
+    if (Run_.StartTime) {
+        Result_.Elapsed = Loop_.MillisecondClock() - *Run_.StartTime;
+    }
     Run_ = {};
     Running_ = false;
 }
 
 void SerialFlash::RunJob() {
-    const std::string status = PrepareFile();
-    if (status.find("Error:") != std::string::npos) {
-        Say(status);
+    if (const auto error = PrepareFile()) {
+        Result_.Outcome = Outcome::FileError;
+        Result_.FileError = error;
+        Say("Error: " + error->Text, LineKind::FileError);
         return;
     }
-    PortError_ = TryPort();
-    if (PortError_) {
+    if (const CommResult error = TryPort()) {
+        Result_.Outcome = Outcome::PortError;
+        Result_.PortError = error;
         DeleteUpload();
-        Say(PortError_->Description);
+        Say(error->Description);
         return;
     }
-    const bool completed = RunLink();
-    if (!completed) {
+    if (!RunLink()) {
+        Result_.Outcome = FailureOfRun();
+        Result_.FileError = Run_.FileTrouble;
         DeleteUpload();
         ReportFailure();
     }
     CancelFlag_ = false;
 }
 
-std::string SerialFlash::PrepareFile() {
+std::optional<FileError> SerialFlash::PrepareFile() {
     return IsUpload() ? PrepareUpload() : PrepareDownload();
 }
 
-std::string SerialFlash::PrepareUpload() {
+std::optional<FileError> SerialFlash::PrepareUpload() {
     if (UploadBlock_ <= 0) {
-        return {};
+        return std::nullopt;
     }
     Run_.TotalBlock = UploadBlock_;
     const fs::path path = Utf8Path(FileName_);
     const auto cannotBeDeleted = [this](const std::string& why) {
-        return "Error: " + FileName_ + " cannot be deleted (" + why + ").";
+        return FileError{FileError::Kind::NotDeletable, FileName_ + " cannot be deleted (" + why + ")."};
     };
     std::error_code error;
     const fs::file_type type = fs::symlink_status(path, error).type();
     if (type != fs::file_type::not_found && type != fs::file_type::none) {
-        // Neither a folder nor a device is ever in the way of an upload: it was named by mistake.
+        // A folder or a device was named by mistake.
         if (type != fs::file_type::regular && type != fs::file_type::symlink) {
             return cannotBeDeleted("it is not a file");
         }
@@ -163,48 +172,48 @@ std::string SerialFlash::PrepareUpload() {
     errno = 0;
     Run_.File.open(path, std::ios::binary | std::ios::trunc);
     if (!Run_.File) {
-        return CannotAccess(LastSystemError());
+        return CannotAccess(FileError::Kind::NotWritable, LastSystemError());
     }
     Run_.FileCreated = true;
-    return {};
+    return std::nullopt;
 }
 
-// The image is taken whole before the unit hears a word: what a file becomes in mid-run, or a disk that
-// cannot be read any further, must not end in a unit's flash.
-std::string SerialFlash::PrepareDownload() {
-    static const std::string invalidSize = "Error: Invalid file size.";
+// Reads the whole image before anything is sent: a file that changes, or a disk that fails, during the run
+// must not leave a unit half programmed.
+std::optional<FileError> SerialFlash::PrepareDownload() {
+    constexpr auto notReadable = FileError::Kind::NotReadable;
     const fs::path path = Utf8Path(FileName_);
     std::error_code error;
     const std::uint64_t size = fs::file_size(path, error);
     if (error) {
-        return CannotAccess(error.message());
+        return CannotAccess(notReadable, error.message());
     }
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        return CannotAccess(LastSystemError());
+        return CannotAccess(notReadable, LastSystemError());
     }
     const auto beginning = std::min<std::uint64_t>(size, ImageTypeWindow);
     if (const auto trouble = ReadWhole(file, beginning, Run_.Image); !trouble.empty()) {
-        return CannotAccess(trouble);
+        return CannotAccess(notReadable, trouble);
     }
     Run_.ImageInfo = CheckImageType(size, Run_.Image);
     const bool anyLength = CarriesItsLength(Run_.ImageInfo);
     const std::uint64_t blocks = size / BlockSize + (anyLength && size % BlockSize != 0 ? 1 : 0);
     const bool chipSized = std::find(ChipSizes.begin(), ChipSizes.end(), size) != ChipSizes.end();
     if (!(chipSized || anyLength) || blocks > std::numeric_limits<std::int16_t>::max()) {
-        return invalidSize;
+        return FileError{FileError::Kind::InvalidSize, "Invalid file size."};
     }
     if (const auto trouble = ReadWhole(file, size - beginning, Run_.Image); !trouble.empty()) {
-        return CannotAccess(trouble);
+        return CannotAccess(notReadable, trouble);
     }
     Run_.FileSize = size;
     Run_.TotalBlock = static_cast<int>(blocks);
-    return {};
+    return std::nullopt;
 }
 
-std::string SerialFlash::CannotAccess(const std::string& why) const {
-    return "Error: Cannot access to " + FileName_ + " (" + why + ").";
+FileError SerialFlash::CannotAccess(FileError::Kind what, const std::string& why) const {
+    return {what, "Cannot access to " + FileName_ + " (" + why + ")."};
 }
 
 CommResult SerialFlash::TryPort() {
@@ -220,11 +229,11 @@ CommResult SerialFlash::TryPort() {
 void SerialFlash::ReportFailure() const {
     if (CancelFlag_) {
         Say(" ");
-        Say(IsUpload() ? "Uploading was canceled." : "Programming was canceled.");
+        Say(IsUpload() ? "Uploading was canceled." : "Programming was canceled.", LineKind::Canceled);
     }
-    if (!Run_.FileTrouble.empty()) {
+    if (Run_.FileTrouble) {
         Say(" ");
-        Say(Run_.FileTrouble);
+        Say("Error: " + Run_.FileTrouble->Text, LineKind::FileError);
     }
     switch (Run_.LinkResult) {
         case LinkResult::NoFailure:
@@ -232,17 +241,36 @@ void SerialFlash::ReportFailure() const {
         case LinkResult::NoResponse:
             Say(" ");
             Say("No response from the unit.");
-            Say("Timeout.");
+            Say("Timeout.", LineKind::Timeout);
             break;
         case LinkResult::TransmittingError:
             Say(" ");
-            Say("Transmitting error.");
+            Say("Transmitting error.", LineKind::TransmittingError);
             break;
         case LinkResult::NotCompatible:
             Say(" ");
-            Say("The software is not compatible.");
+            Say("The software is not compatible.", LineKind::NotCompatible);
             break;
     }
+}
+
+Outcome SerialFlash::FailureOfRun() const {
+    if (Run_.FileTrouble) {
+        return Outcome::FileError;
+    }
+    if (CancelFlag_) {
+        return Outcome::Canceled;
+    }
+    switch (Run_.LinkResult) {
+        case LinkResult::NoResponse:
+            return Outcome::NoResponse;
+        case LinkResult::NotCompatible:
+            return Outcome::NotCompatible;
+        case LinkResult::NoFailure:
+        case LinkResult::TransmittingError:
+            break;
+    }
+    return Outcome::TransmittingError;
 }
 
 void SerialFlash::DeleteUpload() {
@@ -260,15 +288,15 @@ void SerialFlash::Changed(const std::string& property) const {
     }
 }
 
-void SerialFlash::Say(const std::string& text) const {
+void SerialFlash::Say(const std::string& text, LineKind kind) const {
     if (Message) {
-        Message(text);
+        Message({text, kind});
     }
 }
 
-void SerialFlash::SayTiming(const std::string& text) const {
+void SerialFlash::SayTiming(const std::string& text, bool isTransfer) const {
     if (Timing) {
-        Timing(text);
+        Timing({text, isTransfer});
     }
 }
 

@@ -11,6 +11,7 @@
 
 #include "engine/FlashMessages.h"
 #include "engine/ImageInfo.h"
+#include "engine/RunResult.h"
 #include "platform/MSComm.h"
 #include "platform/MessageLoop.h"
 
@@ -47,8 +48,8 @@ public:
     // Events. Blocks count from 0; a download's and an upload's texts come in the order in which they are to
     // be read. Trace is raised only with DebugEnabled.
     std::function<void(int block, int totalBlock)> Progress;
-    std::function<void(const std::string& text)> Message;
-    std::function<void(const std::string& text)> Timing;
+    std::function<void(const RunLine& line)> Message;
+    std::function<void(const RunTiming& timing)> Timing;
     std::function<void(const std::string& line)> Trace;
     std::function<void(const std::string& property)> PropertyChanged;
 
@@ -79,8 +80,8 @@ public:
     // ends as cancelled.
     void Execute(Method method);
 
-    // Why the last run could not open its port; nothing when it could, or never came so far.
-    const CommResult& PortError() const { return PortError_; }
+    // What came of the last Execute, a cancel apart.
+    const RunResult& LastRun() const { return Result_; }
 
 private:
     // How often a wait looks at the cancel flag and the limits.
@@ -97,29 +98,30 @@ private:
         burnwick::ImageInfo ImageInfo;
         char UnitReplyChar = 0;
         std::uint64_t FileSize = 0;
-        Bytes Image;               // the file to program
-        std::ofstream File;        // the file to create
-        bool FileCreated = false;  // FileName is this run's own, and goes when the run fails
-        std::string FileTrouble;   // why the file could not be written
-        int SecTimeout = 0;        // silent ticks of 100 ms
+        Bytes Image;                           // the file to program
+        std::ofstream File;                    // the file to create
+        bool FileCreated = false;              // this run has created FileName, and deletes it on a failure
+        std::optional<FileError> FileTrouble;  // why the file could not be written
+        int SecTimeout = 0;                    // silent ticks of 100 ms
         bool RxFlashRequest = false;
         bool SpeedSwitched = false;
         bool IdentifyAsked = false;
-        std::chrono::milliseconds WaitStart{};  // when the wait for the unit began
-        std::chrono::milliseconds StartTime{};  // when the transfer began
-        std::string ElapsedText;                // "mm:ss"
+        std::chrono::milliseconds WaitStart{};               // when the wait for the unit began
+        std::optional<std::chrono::milliseconds> StartTime;  // when the transfer began
+        std::string ElapsedText;                             // "mm:ss"
     };
 
     // SerialFlash.cpp: a run from outside.
     void RunJob();
     void BreakOff();
     void EndRun();
-    std::string PrepareFile();
-    std::string PrepareUpload();
-    std::string PrepareDownload();
-    std::string CannotAccess(const std::string& why) const;
+    std::optional<FileError> PrepareFile();
+    std::optional<FileError> PrepareUpload();
+    std::optional<FileError> PrepareDownload();
+    FileError CannotAccess(FileError::Kind what, const std::string& why) const;
     CommResult TryPort();
     void ReportFailure() const;
+    Outcome FailureOfRun() const;
     void DeleteUpload();
 
     // SerialFlashLink.cpp: the run on the line.
@@ -157,8 +159,8 @@ private:
     bool AsksForSpeed() const { return BaudRate_ == "57600" || BaudRate_ == "115200"; }
     std::string StampedLine(const std::string& label) const;
     void Changed(const std::string& property) const;
-    void Say(const std::string& text) const;
-    void SayTiming(const std::string& text) const;
+    void Say(const std::string& text, LineKind kind = LineKind::Text) const;
+    void SayTiming(const std::string& text, bool isTransfer) const;
 
     MessageLoop& Loop_;
     MSComm& Port_;
@@ -175,7 +177,7 @@ private:
     Method Method_ = Method::Download;
     bool Running_ = false;
     bool CancelFlag_ = false;  // outlives a run that never opened its port
-    CommResult PortError_;
+    RunResult Result_;
     Run Run_;
 };
 

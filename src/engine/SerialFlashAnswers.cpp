@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <charconv>
 #include <iomanip>
 #include <sstream>
 
@@ -177,14 +178,17 @@ bool SerialFlash::JudgeAndStart() {
 }
 
 void SerialFlash::MakeContact() {
-    Say("Contact established at " + SpeedPart(Port_.Settings()) + "bps.");
+    const std::string speed = SpeedPart(Port_.Settings());
+    std::from_chars(speed.data(), speed.data() + speed.size(), Result_.Baud);
+    Say("Contact established at " + speed + "bps.");
     Say(" ");
     Say(StampedLine("Start time: "));
     if (Progress) {
         Progress(Run_.Block, Run_.TotalBlock);
     }
     Run_.LinkState = LinkState::ReadyToSend;
-    Say(IsUpload() ? "Getting ready to upload data..." : "Getting ready to start programming...");
+    Say(IsUpload() ? "Getting ready to upload data..." : "Getting ready to start programming...",
+        LineKind::GettingReady);
 }
 
 void SerialFlash::TakeBlockAnswer(const Answer& answer, const Bytes& chunk) {

@@ -69,6 +69,8 @@ bool SerialFlash::RunLink() {
     const bool completed = MoveBlocks() && FinishFile();
     TimingTimer_->SetEnabled(false);
     if (completed) {
+        Run_.FileCreated = false;  // the file is whole, and is kept whatever happens from here on
+        Result_.Outcome = Outcome::Succeeded;
         ReportSuccess();
     }
     CloseLink();
@@ -96,7 +98,7 @@ bool SerialFlash::MoveBlocks() {
 }
 
 bool SerialFlash::RunEnds() const {
-    return CancelFlag_ || Run_.LinkResult != LinkResult::NoFailure || !Run_.FileTrouble.empty();
+    return CancelFlag_ || Run_.LinkResult != LinkResult::NoFailure || Run_.FileTrouble;
 }
 
 void SerialFlash::WaitForUnit() {
@@ -108,7 +110,7 @@ void SerialFlash::WaitForUnit() {
     WaitFor(ProbeInterval);
     const auto waited = Loop_.MillisecondClock() - Run_.WaitStart;
     const auto left = std::max(0s, UnitPatience - std::chrono::duration_cast<std::chrono::seconds>(waited));
-    SayTiming("Timeout: " + std::to_string(left.count()) + " seconds");
+    SayTiming("Timeout: " + std::to_string(left.count()) + " seconds", /*isTransfer=*/false);
     if (left == 0s) {
         Run_.LinkResult = LinkResult::NoResponse;
     }
@@ -131,13 +133,14 @@ void SerialFlash::SendNextBlock() {
     }
     Run_.LinkState = LinkState::AwaitingAnswer;
     if (!IsUpload() && Run_.ImageInfo.ImageFamily == 2 && Run_.Block == Run_.TotalBlock) {
-        Say("Please wait for a few seconds...");
+        Say("Please wait for a few seconds...", LineKind::PleaseWait);
     }
 }
 
 void SerialFlash::ReportSuccess() {
     Say(" ");
-    Say(IsUpload() ? "Uploading was completed successfully." : "Programming was completed successfully.");
+    Say(IsUpload() ? "Uploading was completed successfully." : "Programming was completed successfully.",
+        LineKind::Completed);
     Say(" ");
     Say(StampedLine("Finish time: "));
     Say("Elapsed time: " + Run_.ElapsedText + ".");
@@ -214,7 +217,8 @@ bool SerialFlash::FinishFile() {
 
 void SerialFlash::FileFailed() {
     Run_.FileTrouble =
-        "Error: Cannot write to " + FileName_ + " (" + std::generic_category().message(errno) + ").";
+        FileError{FileError::Kind::NotWritable,
+                  "Cannot write to " + FileName_ + " (" + std::generic_category().message(errno) + ")."};
 }
 
 void SerialFlash::WaitFor(std::chrono::milliseconds amount) {
@@ -231,8 +235,8 @@ void SerialFlash::StartElapsedTime() {
 }
 
 void SerialFlash::TickElapsedTime() {
-    Run_.ElapsedText = MinutesAndSeconds(Loop_.MillisecondClock() - Run_.StartTime);
-    SayTiming("Elapsed time: " + Run_.ElapsedText);
+    Run_.ElapsedText = MinutesAndSeconds(Loop_.MillisecondClock() - *Run_.StartTime);
+    SayTiming("Elapsed time: " + Run_.ElapsedText, /*isTransfer=*/true);
 }
 
 std::string SerialFlash::StampedLine(const std::string& label) const {

@@ -44,14 +44,13 @@ std::string TimeStamp(const std::tm& now) {
 }
 
 std::string RecordText(const ActivityRecord& record, bool full, const std::tm& now) {
-    const bool successful = record.Status.find("successfully") != std::string::npos;
     std::string text = Line(record.ImageFileName);
     text += Line((record.IsUpload ? "Uploaded: " : "Flashed: ") + TimeStamp(now));
-    if (successful) {
+    if (record.Succeeded) {
         text += Line(record.Timing);
     }
     text += Line("Status: " + record.Status);
-    if (!full || !successful) {
+    if (!full || !record.Succeeded) {
         return text;
     }
     text += Line("File Information: ");
@@ -243,10 +242,7 @@ bool MustRotate(const fs::path& live) {
 
 void WriteActivityLog(const fs::path& folder, const std::string& logOption, const ActivityRecord& record,
                       const std::tm& now) {
-    if (record.Display.find("Start time:") == std::string::npos) {
-        return;
-    }
-    if (logOption.empty() || logOption == "&Disable") {
+    if (!record.Started || logOption.empty() || logOption == "&Disable") {
         return;
     }
     const LogFiles files(folder);

@@ -11,7 +11,8 @@ namespace burnwick {
 
 // What a run leaves for the log, as texts (UTF-8).
 struct ActivityRecord {
-    std::string Display;        // all that the run said
+    bool Started = false;       // contact was made; a run that never started leaves no record
+    bool Succeeded = false;     // adds the timing, and to a full record what is known of the image
     std::string ImageFileName;  // full path
     bool IsUpload = false;
     std::string Status;
@@ -26,7 +27,7 @@ struct ActivityRecord {
 };
 
 // Appends the run's record as the setting LogOption says ("&All", "&Disable" or empty; anything else writes
-// the short form), unless the run never started. A log of more than 16384 bytes is archived first, and begun
+// the short form). A log of more than 16384 bytes is archived first, and begun
 // anew with its last 30 records.
 void WriteActivityLog(const std::filesystem::path& folder, const std::string& logOption,
                       const ActivityRecord& record, const std::tm& now);

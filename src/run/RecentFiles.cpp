@@ -67,8 +67,8 @@ std::string PathOfCaption(const std::string& caption) {
     return path;
 }
 
-bool LeavesRecentFile(const std::string& status, bool isUpload) {
-    return !isUpload || status.find("canceled.") == std::string::npos;
+bool LeavesRecentFile(const RunResult& run, bool isUpload) {
+    return !isUpload || run.Outcome != Outcome::Canceled;
 }
 
 }  // namespace burnwick

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "engine/RunResult.h"
 #include "platform/Setting.h"
 
 namespace burnwick {
@@ -23,7 +24,7 @@ std::string RecentCaption(int index, const std::string& path);
 // The path in such an entry: what follows its first three characters.
 std::string PathOfCaption(const std::string& caption);
 
-// False for a run that leaves no usable file: an upload that was cancelled, by its status text.
-bool LeavesRecentFile(const std::string& status, bool isUpload);
+// False for an upload that was cancelled: it leaves no file.
+bool LeavesRecentFile(const RunResult& run, bool isUpload);
 
 }  // namespace burnwick

@@ -4,32 +4,34 @@
 #include <string>
 #include <vector>
 
+#include "engine/RunResult.h"
+
 namespace burnwick {
 
-// True for a line with a file's name in it, which may hold any words: it tells no outcome.
-bool NamesAFile(const std::string& line);
-
-// True for a line that tells how a run ended, its time-out apart.
-bool IsOutcome(const std::string& line);
-
-// What display and labels say in the course of a run. They are its state too: the log's record and the
-// questions asked at its end are read from them.
+// What display and labels show in the course of a run; the log's record is made from them.
 struct RunTexts {
     std::vector<std::string> Display;  // line by line
     std::string Status = "Waiting for response from Multiplexer...";
-    std::string Timing;
+    RunTiming Timing;
+    bool MovesBlocks = false;     // the status counts the blocks of a transfer
     bool Verifying = false;       // the read-back has begun
-    bool VerifyCanceled = false;  // and was given up
-    std::string Result;           // what it came to; empty when it came to nothing
+    bool VerifyCanceled = false;  // and was cancelled
+    std::string Result;           // of the verification; empty when it came to none
 
-    // Takes what the link says; gives the lines that this adds to the display.
-    std::span<const std::string> TakeMessage(const std::string& text);
+    // Takes a line of the link; gives the lines that this adds to the display.
+    std::span<const std::string> TakeMessage(const RunLine& line);
+
+    // Takes the text that counts the blocks, for the status.
+    void TakeProgress(const std::string& blockText);
 
     // From here on the link reads back what it programmed; gives the lines that this adds.
     std::span<const std::string> BeginVerification();
 
     // Ends the verification with its result; gives the lines that this adds.
     std::span<const std::string> EndVerification(const std::string& result);
+
+private:
+    void SetStatus(const std::string& text);
 };
 
 }  // namespace burnwick

@@ -28,17 +28,16 @@ std::string SoftwareLine(const modBinFileInfo::BinFileInfo& info, const Software
     return PlainText(line, ' ');
 }
 
-ActivityRecord RecordOf(const RunTexts& texts, const std::string& imageFileName,
+ActivityRecord RecordOf(const RunResult& run, const RunTexts& texts, const std::string& imageFileName,
                         const SoftwareSummary& summary) {
     ActivityRecord record;
-    for (const auto& line : texts.Display) {
-        record.Display += line + "\n";
-    }
+    record.Started = run.Baud > 0;
+    record.Succeeded = run.Succeeded();
     std::error_code error;
     const auto path = std::filesystem::absolute(Utf8Path(imageFileName), error);
     record.ImageFileName = error ? imageFileName : Utf8Text(path);
     record.Status = texts.Status;
-    record.Timing = texts.Timing;
+    record.Timing = texts.Timing.Text;
     record.Checksum = summary.Checksum;
     record.Version = summary.Version;
     record.DateStamp = summary.DateStamp;

@@ -24,8 +24,8 @@ SoftwareSummary SummaryOf(const modBinFileInfo::BinFileInfo& info, bool wholeChe
 // names its model, with four blanks between.
 std::string SoftwareLine(const modBinFileInfo::BinFileInfo& info, const SoftwareSummary& summary);
 
-// The log's record of a run on an image file, but for the run's kind and its verification's result.
-ActivityRecord RecordOf(const RunTexts& texts, const std::string& imageFileName,
+// The log's record of a download of this image file; `run` is the programming, without a verification.
+ActivityRecord RecordOf(const RunResult& run, const RunTexts& texts, const std::string& imageFileName,
                         const SoftwareSummary& summary);
 
 }  // namespace burnwick

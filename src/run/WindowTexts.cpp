@@ -7,10 +7,6 @@ namespace burnwick {
 
 namespace {
 
-bool Contains(const std::string& text, std::string_view part) {
-    return text.find(part) != std::string::npos;
-}
-
 std::string Trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(' ');
     const auto last = text.find_last_not_of(' ');
@@ -20,7 +16,7 @@ std::string Trimmed(std::string_view text) {
 }  // namespace
 
 std::string ApplicationTitle(const std::string& title, const std::string& version) {
-    if (!Contains(title, "Pre")) {
+    if (title.find("Pre") == std::string::npos) {
         return title;
     }
     const auto build = version.rfind('.');
@@ -45,50 +41,48 @@ std::string BlockText(const RunKind& run, int block, int totalBlock) {
            + " blocks";
 }
 
-std::optional<std::string> CaptionAfter(const RunKind& run, const std::string& message) {
-    if (message == "Timeout.") {
+std::optional<std::string> CaptionAfter(const RunKind& run, const RunLine& line) {
+    if (line.Kind == LineKind::Timeout) {
         return run.Title + " - Timeout";
     }
-    if (NamesAFile(message)) {
-        return std::nullopt;
-    }
-    if (Contains(message, "Getting ready")) {
+    if (line.Kind == LineKind::GettingReady) {
         const char* const doing = run.IsUpload ? " - Uploading " : " - Programming ";
         return run.Verifying ? std::nullopt : std::optional(run.Title + doing + run.FileName + "...");
     }
-    return IsOutcome(message) ? std::optional(run.Title + " - " + message.substr(0, message.size() - 1))
-                              : std::nullopt;
+    return line.IsOutcome() ? std::optional(run.Title + " - " + line.Text.substr(0, line.Text.size() - 1))
+                            : std::nullopt;
 }
 
-bool EndsWaiting(const RunKind& run, const std::string& message) {
-    return message == "Timeout."
-           || (!run.Verifying && !NamesAFile(message) && Contains(message, "Getting ready"));
+bool EndsWaiting(const RunKind& run, const RunLine& line) {
+    return line.Kind == LineKind::Timeout || (!run.Verifying && line.Kind == LineKind::GettingReady);
 }
 
-BarChange BarAfter(const std::string& message) {
-    if (NamesAFile(message)) {
-        return BarChange::None;
+BarChange BarAfter(LineKind kind) {
+    switch (kind) {
+        case LineKind::PleaseWait:
+            return BarChange::PleaseWait;
+        case LineKind::Completed:
+            return BarChange::Full;
+        case LineKind::Canceled:
+        case LineKind::TransmittingError:
+        case LineKind::NotCompatible:
+            return BarChange::Faded;
+        case LineKind::Text:
+        case LineKind::GettingReady:
+        case LineKind::Timeout:
+        case LineKind::FileError:
+            break;
     }
-    if (Contains(message, "Please wait")) {
-        return BarChange::PleaseWait;
-    }
-    if (Contains(message, "successfully")) {
-        return BarChange::Full;
-    }
-    return IsOutcome(message) ? BarChange::Faded : BarChange::None;
+    return BarChange::None;
 }
 
-bool MovesBlocks(const std::string& status) {
-    return Contains(status, "block");
-}
-
-std::string AwayCaption(const std::string& timing, int percent) {
-    // "Timeout: 42 seconds"
-    constexpr std::size_t labelLength = 9;
-    if (Contains(timing, "Elapsed")) {
+std::string AwayCaption(const RunTiming& timing, int percent) {
+    if (timing.IsTransfer) {
         return "Burnwick - " + std::to_string(percent) + "%";
     }
-    return "Burnwick - " + (timing.size() > labelLength ? Trimmed(timing.substr(labelLength)) : "");
+    // "Timeout: 42 seconds"
+    constexpr std::size_t labelLength = 9;
+    return "Burnwick - " + (timing.Text.size() > labelLength ? Trimmed(timing.Text.substr(labelLength)) : "");
 }
 
 std::string Announcement(const RunTexts& texts) {
@@ -98,9 +92,9 @@ std::string Announcement(const RunTexts& texts) {
     return texts.Result.empty() ? "The verification could not be finished." : texts.Result;
 }
 
-bool OffersVerification(const std::string& status, const std::string& verifySetting, bool cancelRequested) {
-    return Contains(status, "Programming was completed successfully.") && verifySetting == "1"
-           && !cancelRequested;
+bool OffersVerification(const RunResult& programming, const std::string& verifySetting,
+                        bool cancelRequested) {
+    return programming.Succeeded() && verifySetting == "1" && !cancelRequested;
 }
 
 }  // namespace burnwick

@@ -33,10 +33,10 @@ int PercentOf(int block, int totalBlock);
 std::string BlockText(const RunKind& run, int block, int totalBlock);
 
 // The window's caption once the link has said this; nothing when it stays.
-std::optional<std::string> CaptionAfter(const RunKind& run, const std::string& message);
+std::optional<std::string> CaptionAfter(const RunKind& run, const RunLine& line);
 
 // True once the link has said this: the wait for the unit is over, and its status blinks no more.
-bool EndsWaiting(const RunKind& run, const std::string& message);
+bool EndsWaiting(const RunKind& run, const RunLine& line);
 
 // What happens to the percent bar once the link has said this.
 enum class BarChange {
@@ -45,14 +45,11 @@ enum class BarChange {
     Full,        // full, with its percentage
     Faded,       // it takes its idle colours, and shows them when it is drawn the next time
 };
-BarChange BarAfter(const std::string& message);
+BarChange BarAfter(LineKind kind);
 
-// True while blocks are programmed or verified, by the status text: the hidden key cancels a download then.
-bool MovesBlocks(const std::string& status);
-
-// The caption while the user works elsewhere: the time left to wait while `timing` tells that, else how far
-// the run has come.
-std::string AwayCaption(const std::string& timing, int percent);
+// The caption while the user works in another window: the time left to wait for the unit, or the percentage
+// of the transfer.
+std::string AwayCaption(const RunTiming& timing, int percent);
 
 // What a user who is elsewhere is told of a run that has ended: its status, or the verdict of its
 // verification.
@@ -60,6 +57,6 @@ std::string Announcement(const RunTexts& texts);
 
 // Whether the user is asked for a verification: after a programming that succeeded and was not cancelled,
 // when the setting "Verify" is "1".
-bool OffersVerification(const std::string& status, const std::string& verifySetting, bool cancelRequested);
+bool OffersVerification(const RunResult& programming, const std::string& verifySetting, bool cancelRequested);
 
 }  // namespace burnwick

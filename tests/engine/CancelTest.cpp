@@ -107,9 +107,9 @@ TEST_F(Cancel, WithTheLastAnswerLeavesNoSuccessBehind) {
 TEST_F(Cancel, OnceTheRunHasSucceededChangesNothing) {
     AgreesOn(UploadMode, Speed57600);
     Unit.GivesBlocks(0, 1);
-    Flash.Message = [this, record = Flash.Message](const std::string& text) {
-        record(text);
-        if (text == "Uploading was completed successfully.") {
+    Flash.Message = [this, record = Flash.Message](const RunLine& line) {
+        record(line);
+        if (line.Kind == LineKind::Completed) {
             Flash.Execute(Method::Cancel);
         }
     };

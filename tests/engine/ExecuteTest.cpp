@@ -86,7 +86,7 @@ TEST_F(Properties, AreReadWithTheirDefaultsForWhatIsMissing) {
 TEST_F(Execute, EndsBeforeThePortIsTouchedWhenTheFileIsNoImage) {
     RunDownload(AnyBytes(1000));
     EXPECT_EQ(Unit.Opens(), 0);
-    EXPECT_EQ(Flash.PortError(), std::nullopt);
+    EXPECT_EQ(Flash.LastRun().PortError, std::nullopt);
 }
 
 TEST_F(Execute, OpensThePortOnceAsATestAndOnceForTheRun) {
@@ -103,16 +103,16 @@ TEST_F(Execute, RaisesWhyThePortCannotBeOpenedAndStops) {
     Unit.RefuseToOpen({CommErrorNumber::Busy, "/dev/ttyUSB0 is in use by another program"});
     RunDownload(AnyBytes(65'536));
     EXPECT_THAT(Events.All, ElementsAre("/dev/ttyUSB0 is in use by another program"));
-    ASSERT_TRUE(Flash.PortError());
-    EXPECT_EQ(Flash.PortError()->Number, CommErrorNumber::Busy);
+    ASSERT_TRUE(Flash.LastRun().PortError);
+    EXPECT_EQ(Flash.LastRun().PortError->Number, CommErrorNumber::Busy);
 }
 
 TEST_F(Execute, RefusesAPortNumberThatIsNone) {
     for (const int port : {0, 17, 255}) {
         Flash.SetCommPort(static_cast<std::uint8_t>(port));
         RunDownload(AnyBytes(65'536));
-        ASSERT_TRUE(Flash.PortError());
-        EXPECT_EQ(Flash.PortError()->Number, CommErrorNumber::InvalidPortNumber);
+        ASSERT_TRUE(Flash.LastRun().PortError);
+        EXPECT_EQ(Flash.LastRun().PortError->Number, CommErrorNumber::InvalidPortNumber);
     }
 }
 
@@ -127,7 +127,7 @@ TEST_F(Execute, ForgetsThePortErrorOfAnEarlierRun) {
     RunDownload(AnyBytes(65'536));
     Flash.SetCommPort(1);
     RunsWell();
-    EXPECT_EQ(Flash.PortError(), std::nullopt);
+    EXPECT_EQ(Flash.LastRun().PortError, std::nullopt);
 }
 
 TEST_F(Execute, StartsAnewAfterAFailedRun) {
@@ -158,7 +158,7 @@ TEST_F(Execute, BrokenOffByAHandlerTellsTheUnitClosesThePortAndStartsAnew) {
 }
 
 TEST_F(Execute, BrokenOffByAHandlerLeavesNoUpload) {
-    Flash.Message = [](const std::string&) { throw std::runtime_error("out of luck"); };
+    Flash.Message = [](const RunLine&) { throw std::runtime_error("out of luck"); };
     EXPECT_THROW(RunUpload(256), std::runtime_error);
     EXPECT_FALSE(std::filesystem::exists(UploadPath()));
 }

@@ -49,9 +49,9 @@ class Handshake : public LinkTest {
 protected:
     void SetUp() override {
         const auto record = Flash.Message;
-        Flash.Message = [this, record](const std::string& text) {
-            record(text);
-            if (text.find("Getting ready") != std::string::npos) {
+        Flash.Message = [this, record](const RunLine& line) {
+            record(line);
+            if (line.Kind == LineKind::GettingReady) {
                 Flash.Execute(Method::Cancel);
             }
         };

@@ -27,9 +27,9 @@ protected:
     // Remembers when the run reports its outcome.
     void SetUp() override {
         const auto record = Flash.Message;
-        Flash.Message = [this, record](const std::string& text) {
-            record(text);
-            if (text == "Transmitting error.") {
+        Flash.Message = [this, record](const RunLine& line) {
+            record(line);
+            if (line.Kind == LineKind::TransmittingError) {
                 FailedAt = Loop.Time();
             }
         };

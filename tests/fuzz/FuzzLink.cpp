@@ -136,7 +136,7 @@ void RunOnce(Input& input, const Files& files) {
     MSComm port(loop, std::move(owned), [](int number) { return "COM" + std::to_string(number); });
     SerialFlash flash(loop, port);
     Ending ending;
-    flash.Message = [&ending](const std::string& text) { ending.Hear(text); };
+    flash.Message = [&ending](const burnwick::RunLine& line) { ending.Hear(line.Text); };
     flash.Progress = [](int block, int total) {
         Require(block >= 0 && block <= total, "progress has an end");
     };
@@ -152,6 +152,7 @@ void RunOnce(Input& input, const Files& files) {
 
     const bool succeeded = ending.Successes > 0;
     Require(ending.Successes <= 1 && succeeded == (ending.Failures == 0), "a run either succeeds or fails");
+    Require(flash.LastRun().Succeeded() == succeeded, "the result agrees with the lines");
     Require(!port.PortOpen() && !device.IsOpen(), "the port is closed");
     const int blocks = CountBlocks(device.Sent(), order.Method == Method::Upload);
     Require(blocks <= order.Blocks, "no block beyond the last");

@@ -66,9 +66,10 @@ burnwick::ActivityRecord TakeRecord(burnwick::test::Input& input) {
     constexpr std::size_t longest = 31;
     const auto text = [&input] { return input.TakeText(input.TakeByte() & longest); };
     burnwick::ActivityRecord record;
-    record.Display = "Start time: 1";
+    record.Started = true;
+    record.Succeeded = true;
     record.ImageFileName = text();
-    record.Status = text() + "successfully";
+    record.Status = text();
     record.Timing = text();
     record.Version = text();
     record.Size = "1KB" + text();

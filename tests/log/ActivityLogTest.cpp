@@ -12,7 +12,8 @@ class ActivityLog : public LogFolder {
 protected:
     static ActivityRecord Success() {
         ActivityRecord record;
-        record.Display = "Opening port\r\nStart time: 3:04:00 PM\r\nDone";
+        record.Started = true;
+        record.Succeeded = true;
         record.ImageFileName = "C:\\images\\unit.bin";
         record.Status = "Flashed successfully";
         record.Timing = "Elapsed time: 00:01:09";
@@ -97,11 +98,9 @@ TEST_F(ActivityLog, IsNotWrittenWithAnEmptyLogOptionNorUnderDisable) {
 
 TEST_F(ActivityLog, IsLeftUntouchedByARunThatNeverStarted) {
     auto record = Success();
-    for (const auto* display : {"", "start time: 3:04:00 PM", "Start time"}) {
-        record.Display = display;
-        Write(record);
-        EXPECT_TRUE(Names().empty());
-    }
+    record.Started = false;
+    Write(record);
+    EXPECT_TRUE(Names().empty());
 }
 
 TEST_F(ActivityLog, HasNoLeadingBlankLineInAnEmptyOrNewFile) {
@@ -117,11 +116,13 @@ TEST_F(ActivityLog, HasNoLeadingBlankLineInAnEmptyOrNewFile) {
 
 TEST_F(ActivityLog, HasNeitherTimingNorFileInformationOfAFailedRunEvenUnderAll) {
     auto record = Success();
-    record.Status = "Successfully not";
+    record.Status = "Not flashed successfully";
+    record.Succeeded = false;
     record.Verifying = true;
     Write(record, "&All");
-    EXPECT_EQ(Log(),
-              "C:\\images\\unit.bin\r\nFlashed: 07/22/2004 3:05:09 PM\r\nStatus: Successfully not\r\n");
+    EXPECT_EQ(
+        Log(),
+        "C:\\images\\unit.bin\r\nFlashed: 07/22/2004 3:05:09 PM\r\nStatus: Not flashed successfully\r\n");
 }
 
 TEST_F(ActivityLog, HasTheSizeAsItIsGiven) {

@@ -34,7 +34,7 @@ protected:
     // A run that failed, so that its record is three lines.
     static ActivityRecord Failure(const std::string& image) {
         ActivityRecord record;
-        record.Display = "Start time: 3:04:00 PM";
+        record.Started = true;
         record.ImageFileName = image;
         record.Status = "No response";
         return record;

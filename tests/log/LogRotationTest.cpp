@@ -138,7 +138,7 @@ TEST_F(LogRotation, IsNotMadeForARecordThatIsNotWritten) {
     LogHolds(Records(1, 45));
     Write(Failure("/new.bin"), "&Disable");
     auto unstarted = Failure("/new.bin");
-    unstarted.Display = "";
+    unstarted.Started = false;
     Write(unstarted);
     EXPECT_EQ(Log(), Records(1, 45));
 }

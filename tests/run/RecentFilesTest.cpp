@@ -74,11 +74,21 @@ TEST(PathOfCaption, IsThePathThatTheEntryWasMadeFor) {
     }
 }
 
+namespace {
+
+RunResult Ended(Outcome outcome) {
+    RunResult run;
+    run.Outcome = outcome;
+    return run;
+}
+
+}  // namespace
+
 TEST(LeavesRecentFile, IsFalseForAnUploadThatWasCanceledOnly) {
-    EXPECT_FALSE(LeavesRecentFile("Uploading was canceled.", true));
-    EXPECT_TRUE(LeavesRecentFile("Transmitting error.", true));
-    EXPECT_TRUE(LeavesRecentFile("Programming was canceled.", false));
-    EXPECT_TRUE(LeavesRecentFile("Transmitting error.", false));
+    EXPECT_FALSE(LeavesRecentFile(Ended(Outcome::Canceled), true));
+    EXPECT_TRUE(LeavesRecentFile(Ended(Outcome::TransmittingError), true));
+    EXPECT_TRUE(LeavesRecentFile(Ended(Outcome::Canceled), false));
+    EXPECT_TRUE(LeavesRecentFile(Ended(Outcome::TransmittingError), false));
 }
 
 }  // namespace burnwick::test

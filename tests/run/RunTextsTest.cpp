@@ -8,10 +8,10 @@ using ::testing::ElementsAre;
 
 namespace {
 
-RunTexts After(std::initializer_list<const char*> messages) {
+RunTexts After(std::initializer_list<RunLine> lines) {
     RunTexts texts;
-    for (const char* message : messages) {
-        texts.TakeMessage(message);
+    for (const RunLine& line : lines) {
+        texts.TakeMessage(line);
     }
     return texts;
 }
@@ -23,37 +23,50 @@ TEST(RunTexts, BeginWithWaitingForTheUnit) {
 }
 
 TEST(RunTexts, CollectEveryMessageInItsOrder) {
-    EXPECT_THAT(After({"Opening a.bin...", " ", "Selected baud rate: 57600bps."}).Display,
+    EXPECT_THAT(After({{"Opening a.bin..."}, {" "}, {"Selected baud rate: 57600bps."}}).Display,
                 ElementsAre("Opening a.bin...", " ", "Selected baud rate: 57600bps."));
 }
 
 TEST(RunTexts, SayInTheStatusThatTheUnitIsBeingMadeReady) {
-    EXPECT_EQ(After({"Getting ready to start programming..."}).Status,
+    EXPECT_EQ(After({{"Getting ready to start programming...", LineKind::GettingReady}}).Status,
               "Getting ready to start programming...");
 }
 
 TEST(RunTexts, ShortenTheStatusWhileTheUnitTakesItsTime) {
-    EXPECT_EQ(After({"Please wait for a few seconds..."}).Status, "Please wait...");
+    EXPECT_EQ(After({{"Please wait for a few seconds...", LineKind::PleaseWait}}).Status, "Please wait...");
 }
 
 TEST(RunTexts, SayEachOutcomeInTheStatus) {
-    for (const char* outcome :
-         {"Timeout.", "Programming was completed successfully.", "Uploading was completed successfully.",
-          "The software is not compatible.", "Transmitting error.", "Programming was canceled."}) {
-        EXPECT_EQ(After({"Opening a.bin...", outcome, " ", "Now rebooting the unit..."}).Status, outcome);
+    for (const RunLine& outcome : {RunLine{"Timeout.", LineKind::Timeout},
+                                   {"Programming was completed successfully.", LineKind::Completed},
+                                   {"Uploading was completed successfully.", LineKind::Completed},
+                                   {"The software is not compatible.", LineKind::NotCompatible},
+                                   {"Transmitting error.", LineKind::TransmittingError},
+                                   {"Programming was canceled.", LineKind::Canceled}}) {
+        EXPECT_EQ(After({{"Opening a.bin..."}, outcome, {" "}, {"Now rebooting the unit..."}}).Status,
+                  outcome.Text);
     }
 }
 
 TEST(RunTexts, SayInTheStatusWhyAFileCouldNotBeWritten) {
-    EXPECT_EQ(After({"Error: Cannot write to a.bin (No space left on device)."}).Status,
-              "Error: Cannot write to a.bin (No space left on device).");
+    EXPECT_EQ(
+        After({{"Error: Cannot write to a.bin (No space left on device).", LineKind::FileError}}).Status,
+        "Error: Cannot write to a.bin (No space left on device).");
 }
 
 TEST(RunTexts, AreNotDeceivedByTheNameOfAFile) {
-    EXPECT_EQ(After({"Opening successfully canceled.bin..."}).Status,
+    EXPECT_EQ(After({{"Opening Error: successfully canceled. Please wait.bin..."}}).Status,
               "Waiting for response from Multiplexer...");
-    EXPECT_EQ(After({"Error: Cannot access to successfully.bin (Permission denied)."}).Status,
-              "Error: Cannot access to successfully.bin (Permission denied).");
+}
+
+TEST(RunTexts, MoveBlocksWhileTheStatusCountsThem) {
+    RunTexts texts;
+    EXPECT_FALSE(texts.MovesBlocks);
+    texts.TakeProgress("Sending block 3 of 256 blocks");
+    EXPECT_TRUE(texts.MovesBlocks);
+    EXPECT_EQ(texts.Status, "Sending block 3 of 256 blocks");
+    texts.TakeMessage({"Transmitting error.", LineKind::TransmittingError});
+    EXPECT_FALSE(texts.MovesBlocks);
 }
 
 TEST(RunTexts, AskForAPowerCycleWhenTheVerificationBegins) {
@@ -67,17 +80,17 @@ TEST(RunTexts, AskForAPowerCycleWhenTheVerificationBegins) {
 TEST(RunTexts, SayThatTheUnitIsBeingVerifiedOnceItIsReady) {
     RunTexts texts;
     texts.BeginVerification();
-    EXPECT_THAT(texts.TakeMessage("Getting ready to upload data..."),
+    EXPECT_THAT(texts.TakeMessage({"Getting ready to upload data...", LineKind::GettingReady}),
                 ElementsAre("Verifying...Please wait.", "Getting ready to upload data..."));
     EXPECT_EQ(texts.Status, "Waiting...");
 }
 
 TEST(RunTexts, RememberThatTheVerificationWasCanceled) {
     RunTexts texts;
-    texts.TakeMessage("Programming was canceled.");
+    texts.TakeMessage({"Programming was canceled.", LineKind::Canceled});
     EXPECT_FALSE(texts.VerifyCanceled);
     texts.BeginVerification();
-    texts.TakeMessage("Uploading was canceled.");
+    texts.TakeMessage({"Uploading was canceled.", LineKind::Canceled});
     EXPECT_TRUE(texts.VerifyCanceled);
 }
 

@@ -94,22 +94,31 @@ TEST(SoftwareLine, IsOneLineWhateverTheImageTells) {
 class RunRecord : public ::testing::Test {
 protected:
     ActivityRecord RecordOfImage(std::size_t size) {
-        return RecordOf(Texts, Folder.Write("image.bin", AnyBytes(size)), SummaryOf(InfoOfKind(3), false));
+        return RecordOf(Run, Texts, Folder.Write("image.bin", AnyBytes(size)),
+                        SummaryOf(InfoOfKind(3), false));
     }
 
     TempFolder Folder;
+    RunResult Run;
     RunTexts Texts;
 };
 
-TEST_F(RunRecord, HoldsAllThatTheRunSaid) {
-    Texts.TakeMessage("Opening image.bin...");
-    Texts.TakeMessage("Start time: Friday.");
-    EXPECT_EQ(RecordOfImage(700).Display, "Opening image.bin...\nStart time: Friday.\n");
+TEST_F(RunRecord, IsOfARunThatStartedOnceThereWasContact) {
+    EXPECT_FALSE(RecordOfImage(700).Started);
+    Run.Baud = 9600;
+    EXPECT_TRUE(RecordOfImage(700).Started);
+}
+
+TEST_F(RunRecord, IsASuccessByTheRunsOutcomeAlone) {
+    Texts.TakeMessage({"Error: /flashed successfully/a.bin cannot be deleted.", LineKind::FileError});
+    EXPECT_FALSE(RecordOfImage(700).Succeeded);
+    Run.Outcome = Outcome::Succeeded;
+    EXPECT_TRUE(RecordOfImage(700).Succeeded);
 }
 
 TEST_F(RunRecord, HoldsStatusTimingAndSummary) {
-    Texts.Timing = "Elapsed time: 00:42";
-    Texts.TakeMessage("Programming was completed successfully.");
+    Texts.Timing = {"Elapsed time: 00:42", true};
+    Texts.TakeMessage({"Programming was completed successfully.", LineKind::Completed});
     const auto record = RecordOfImage(700);
     EXPECT_EQ(record.Status, "Programming was completed successfully.");
     EXPECT_EQ(record.Timing, "Elapsed time: 00:42");
@@ -123,7 +132,7 @@ TEST_F(RunRecord, HoldsTheFullPathOfTheImage) {
     const auto before = std::filesystem::current_path();
     Folder.Write("image.bin", {});
     std::filesystem::current_path(Folder.Path());
-    EXPECT_EQ(RecordOf(Texts, "image.bin", {}).ImageFileName,
+    EXPECT_EQ(RecordOf(Run, Texts, "image.bin", {}).ImageFileName,
               (std::filesystem::current_path() / "image.bin").string());
     std::filesystem::current_path(before);
 }
@@ -134,7 +143,7 @@ TEST_F(RunRecord, TellsTheSizeInWholeKB) {
 }
 
 TEST_F(RunRecord, TellsNoSizeOfAFileThatIsGone) {
-    EXPECT_EQ(RecordOf(Texts, Folder / "gone.bin", {}).Size, "");
+    EXPECT_EQ(RecordOf(Run, Texts, Folder / "gone.bin", {}).Size, "");
 }
 
 TEST_F(RunRecord, HoldsTheResultOfAVerification) {

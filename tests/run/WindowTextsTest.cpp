@@ -10,6 +10,16 @@ const RunKind DownloadRun{"Burnwick", "unit.bin", false, false};
 const RunKind UploadRun{"Burnwick", "unit.bin", true, false};
 const RunKind ReadBackRun{"Burnwick", "unit.bin", false, true};
 
+const RunLine ReadyToProgram{"Getting ready to start programming...", LineKind::GettingReady};
+const RunLine ReadyToUpload{"Getting ready to upload data...", LineKind::GettingReady};
+const RunLine TimeOut{"Timeout.", LineKind::Timeout};
+
+RunResult Ended(Outcome outcome) {
+    RunResult run;
+    run.Outcome = outcome;
+    return run;
+}
+
 }  // namespace
 
 TEST(ApplicationTitle, OfAReleaseIsTheTitleAlone) {
@@ -38,37 +48,38 @@ TEST(StatusAfterPortChoice, StaysWhereNoPortIsNamed) {
 }
 
 TEST(EndsWaiting, AReadyUnitOrATimeOutDoes) {
-    EXPECT_TRUE(EndsWaiting(DownloadRun, "Getting ready to start programming..."));
-    EXPECT_TRUE(EndsWaiting(UploadRun, "Timeout."));
-    EXPECT_FALSE(EndsWaiting(DownloadRun, "Erasing the chip..."));
+    EXPECT_TRUE(EndsWaiting(DownloadRun, ReadyToProgram));
+    EXPECT_TRUE(EndsWaiting(UploadRun, TimeOut));
+    EXPECT_FALSE(EndsWaiting(DownloadRun, {"Erasing the chip..."}));
 }
 
 TEST(EndsWaiting, AReadBackWaitsWithoutBlinking) {
-    EXPECT_FALSE(EndsWaiting(ReadBackRun, "Getting ready to upload data..."));
+    EXPECT_FALSE(EndsWaiting(ReadBackRun, ReadyToUpload));
 }
 
 TEST(EndsWaiting, AFileOfThatNameDoesNot) {
-    EXPECT_FALSE(EndsWaiting(DownloadRun, "Opening /images/Getting ready.bin..."));
+    EXPECT_FALSE(EndsWaiting(DownloadRun, {"Opening /images/Getting ready.bin..."}));
 }
 
 TEST(BarAfter, AskedToWaitSaysSo) {
-    EXPECT_EQ(BarAfter("Please wait for a few seconds..."), BarChange::PleaseWait);
+    EXPECT_EQ(BarAfter(LineKind::PleaseWait), BarChange::PleaseWait);
 }
 
 TEST(BarAfter, SuccessFillsIt) {
-    EXPECT_EQ(BarAfter("Uploading was completed successfully."), BarChange::Full);
+    EXPECT_EQ(BarAfter(LineKind::Completed), BarChange::Full);
 }
 
 TEST(BarAfter, FailureFadesIt) {
-    EXPECT_EQ(BarAfter("Transmitting error."), BarChange::Faded);
-    EXPECT_EQ(BarAfter("The software is not compatible."), BarChange::Faded);
-    EXPECT_EQ(BarAfter("Programming was canceled."), BarChange::Faded);
+    EXPECT_EQ(BarAfter(LineKind::TransmittingError), BarChange::Faded);
+    EXPECT_EQ(BarAfter(LineKind::NotCompatible), BarChange::Faded);
+    EXPECT_EQ(BarAfter(LineKind::Canceled), BarChange::Faded);
 }
 
 TEST(BarAfter, AnyOtherLineLeavesItAlone) {
-    EXPECT_EQ(BarAfter("Erasing the chip..."), BarChange::None);
-    EXPECT_EQ(BarAfter("Timeout."), BarChange::None);
-    EXPECT_EQ(BarAfter("Opening /images/canceled.bin..."), BarChange::None);
+    for (const LineKind kind :
+         {LineKind::Text, LineKind::GettingReady, LineKind::Timeout, LineKind::FileError}) {
+        EXPECT_EQ(BarAfter(kind), BarChange::None);
+    }
 }
 
 TEST(Announcement, OfARunIsItsStatus) {
@@ -92,11 +103,6 @@ TEST(Announcement, OfAVerificationWithoutAVerdictIsNoSuccess) {
     EXPECT_EQ(Announcement(texts), "The verification could not be finished.");
 }
 
-TEST(MovesBlocks, IsReadFromTheStatus) {
-    EXPECT_TRUE(MovesBlocks("Sending block 3 of 256 blocks"));
-    EXPECT_FALSE(MovesBlocks("Waiting for response from Multiplexer..."));
-}
-
 TEST(PercentOf, CutsFractionsOff) {
     EXPECT_EQ(PercentOf(1, 3), 33);
     EXPECT_EQ(PercentOf(2, 3), 66);
@@ -115,61 +121,65 @@ TEST(BlockText, TellsWhatIsDoneWithTheBlock) {
 }
 
 TEST(CaptionAfter, TheUnitIsReadyNamesTheFile) {
-    EXPECT_EQ(CaptionAfter(DownloadRun, "Getting ready to start programming..."),
-              "Burnwick - Programming unit.bin...");
-    EXPECT_EQ(CaptionAfter(UploadRun, "Getting ready to upload data..."), "Burnwick - Uploading unit.bin...");
+    EXPECT_EQ(CaptionAfter(DownloadRun, ReadyToProgram), "Burnwick - Programming unit.bin...");
+    EXPECT_EQ(CaptionAfter(UploadRun, ReadyToUpload), "Burnwick - Uploading unit.bin...");
 }
 
 TEST(CaptionAfter, TheUnitIsReadyToBeReadBackStays) {
-    EXPECT_EQ(CaptionAfter(ReadBackRun, "Getting ready to upload data..."), std::nullopt);
+    EXPECT_EQ(CaptionAfter(ReadBackRun, ReadyToUpload), std::nullopt);
 }
 
 TEST(CaptionAfter, AnOutcomeIsTheOutcomeWithoutItsFullStop) {
-    EXPECT_EQ(CaptionAfter(DownloadRun, "Programming was completed successfully."),
+    EXPECT_EQ(CaptionAfter(DownloadRun, {"Programming was completed successfully.", LineKind::Completed}),
               "Burnwick - Programming was completed successfully");
-    EXPECT_EQ(CaptionAfter(DownloadRun, "The software is not compatible."),
+    EXPECT_EQ(CaptionAfter(DownloadRun, {"The software is not compatible.", LineKind::NotCompatible}),
               "Burnwick - The software is not compatible");
-    EXPECT_EQ(CaptionAfter(UploadRun, "Transmitting error."), "Burnwick - Transmitting error");
-    EXPECT_EQ(CaptionAfter(UploadRun, "Uploading was canceled."), "Burnwick - Uploading was canceled");
+    EXPECT_EQ(CaptionAfter(UploadRun, {"Transmitting error.", LineKind::TransmittingError}),
+              "Burnwick - Transmitting error");
+    EXPECT_EQ(CaptionAfter(UploadRun, {"Uploading was canceled.", LineKind::Canceled}),
+              "Burnwick - Uploading was canceled");
 }
 
 TEST(CaptionAfter, ATimeoutIsTheTimeout) {
-    EXPECT_EQ(CaptionAfter(DownloadRun, "Timeout."), "Burnwick - Timeout");
+    EXPECT_EQ(CaptionAfter(DownloadRun, TimeOut), "Burnwick - Timeout");
 }
 
 TEST(CaptionAfter, AnyOtherLineStays) {
-    for (const char* line :
-         {" ", "Erasing the chip...", "Please wait for a few seconds...", "Timeout",
-          "Opening successfully.bin...", "Error: Cannot access to canceled.bin (it is a folder)."}) {
-        EXPECT_EQ(CaptionAfter(DownloadRun, line), std::nullopt) << line;
+    for (const RunLine& line :
+         {RunLine{" "},
+          {"Erasing the chip..."},
+          {"Opening successfully.bin..."},
+          {"Please wait for a few seconds...", LineKind::PleaseWait},
+          {"Error: Cannot access to canceled.bin (it is a folder).", LineKind::FileError}}) {
+        EXPECT_EQ(CaptionAfter(DownloadRun, line), std::nullopt) << line.Text;
     }
 }
 
 TEST(AwayCaption, TellsTheTimeLeftToWait) {
-    EXPECT_EQ(AwayCaption("Timeout: 42 seconds", 0), "Burnwick - 42 seconds");
+    EXPECT_EQ(AwayCaption({"Timeout: 42 seconds", false}, 0), "Burnwick - 42 seconds");
 }
 
 TEST(AwayCaption, TellsHowFarATransferHasCome) {
-    EXPECT_EQ(AwayCaption("Elapsed time: 00:42", 66), "Burnwick - 66%");
+    EXPECT_EQ(AwayCaption({"Elapsed time: 00:42", true}, 66), "Burnwick - 66%");
 }
 
 TEST(AwayCaption, IsShortBeforeThereIsAnyTiming) {
-    EXPECT_EQ(AwayCaption("", 0), "Burnwick - ");
+    EXPECT_EQ(AwayCaption({}, 0), "Burnwick - ");
 }
 
 TEST(OffersVerification, AfterAProgrammingThatSucceededWhenTheSettingSaysSo) {
-    EXPECT_TRUE(OffersVerification("Programming was completed successfully.", "1", false));
+    EXPECT_TRUE(OffersVerification(Ended(Outcome::Succeeded), "1", false));
 }
 
 TEST(OffersVerification, NeverOtherwise) {
-    EXPECT_FALSE(OffersVerification("Programming was completed successfully.", "1", true));
+    EXPECT_FALSE(OffersVerification(Ended(Outcome::Succeeded), "1", true));
     for (const char* setting : {"", "0", "11", "Yes"}) {
-        EXPECT_FALSE(OffersVerification("Programming was completed successfully.", setting, false))
-            << setting;
+        EXPECT_FALSE(OffersVerification(Ended(Outcome::Succeeded), setting, false)) << setting;
     }
-    for (const char* status : {"Transmitting error.", "Programming was canceled.", "Timeout."}) {
-        EXPECT_FALSE(OffersVerification(status, "1", false)) << status;
+    for (const Outcome outcome : {Outcome::TransmittingError, Outcome::Canceled, Outcome::NoResponse}) {
+        EXPECT_FALSE(OffersVerification(Ended(outcome), "1", false));
     }
+    EXPECT_FALSE(OffersVerification(RunResult(), "1", false)) << "a result that was never filled in";
 }
 
 }  // namespace burnwick::test

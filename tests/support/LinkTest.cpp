@@ -14,13 +14,13 @@ bool IsBlock(const FakeDevice::Frame& frame) {
 }  // namespace
 
 void Record(SerialFlash& flash, Raised& into) {
-    flash.Message = [&into](const std::string& text) {
-        into.Messages.push_back(text);
-        into.All.push_back(text);
+    flash.Message = [&into](const RunLine& line) {
+        into.Messages.push_back(line.Text);
+        into.All.push_back(line.Text);
     };
-    flash.Timing = [&into](const std::string& text) {
-        into.Timings.push_back(text);
-        into.All.push_back(text);
+    flash.Timing = [&into](const RunTiming& timing) {
+        into.Timings.push_back(timing.Text);
+        into.All.push_back(timing.Text);
     };
     flash.Progress = [&into](int block, int total) {
         into.Progress.emplace_back(block, total);

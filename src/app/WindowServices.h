@@ -11,7 +11,7 @@
 #include "platform/SingleInstance.h"
 #include "platform/SleepInhibitor.h"
 #include "ports/PortTable.h"
-#include "run/Product.h"
+#include "job/Product.h"
 
 class QWidget;
 

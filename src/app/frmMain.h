@@ -11,11 +11,11 @@
 #include "image/modBinFileInfo.h"
 #include "platform/MSComm.h"
 #include "platform/SystemMenu.h"
-#include "run/BoxTexts.h"
-#include "run/RunTexts.h"
-#include "run/Summary.h"
-#include "run/TransferRate.h"
-#include "run/WindowTexts.h"
+#include "job/BoxTexts.h"
+#include "job/RunTexts.h"
+#include "job/Summary.h"
+#include "job/TransferRate.h"
+#include "job/WindowTexts.h"
 
 class QAction;
 

@@ -6,7 +6,7 @@
 #include "forms/Hourglass.h"
 #include "forms/MsgBox.h"
 #include "platform/PlainText.h"
-#include "run/CopyToFolder.h"
+#include "job/CopyToFolder.h"
 #include "tools/modBrowseFolder.h"
 #include "ui_frmMain.h"
 

@@ -13,7 +13,7 @@
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
-#include "run/Verification.h"
+#include "job/Verification.h"
 #include "settings/frmChipSelect.h"
 #include "ui_frmMain.h"
 

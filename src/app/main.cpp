@@ -19,7 +19,7 @@
 #include "platform/System.h"
 #include "platform/Utf8Path.h"
 #include "platform/WindowLoop.h"
-#include "run/ListedFile.h"
+#include "job/ListedFile.h"
 #include "settings/RegistryShell.h"
 #include "settings/modUtility.h"
 

@@ -7,7 +7,7 @@
 #include "cli/Wording.h"
 #include "image/modBinFileInfo.h"
 #include "platform/Utf8Path.h"
-#include "run/Verification.h"
+#include "job/Verification.h"
 
 namespace burnwick::cli {
 

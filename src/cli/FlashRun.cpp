@@ -6,8 +6,8 @@
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
-#include "run/LogOption.h"
-#include "run/Summary.h"
+#include "job/LogOption.h"
+#include "job/Summary.h"
 
 namespace burnwick::cli {
 

@@ -12,7 +12,7 @@
 #include "log/ActivityLog.h"
 #include "platform/MSComm.h"
 #include "ports/PortTable.h"
-#include "run/Verification.h"
+#include "job/Verification.h"
 
 namespace burnwick::cli {
 

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "run/TransferRate.h"
+#include "job/TransferRate.h"
 
 namespace burnwick::cli {
 

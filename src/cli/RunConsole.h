@@ -8,7 +8,7 @@
 #include "cli/RunOptions.h"
 #include "cli/RunReport.h"
 #include "engine/SerialFlash.h"
-#include "run/RunTexts.h"
+#include "job/RunTexts.h"
 
 namespace burnwick::cli {
 

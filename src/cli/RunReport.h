@@ -6,7 +6,7 @@
 
 #include "cli/Environment.h"
 #include "cli/ExitStatus.h"
-#include "run/Verification.h"
+#include "job/Verification.h"
 
 namespace burnwick::cli {
 

@@ -5,7 +5,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/RunReport.h"
 #include "engine/RunResult.h"
-#include "run/Verification.h"
+#include "job/Verification.h"
 
 namespace burnwick::cli {
 

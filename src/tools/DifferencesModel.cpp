@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "run/CompareTexts.h"
+#include "job/CompareTexts.h"
 
 namespace burnwick {
 

@@ -5,7 +5,7 @@
 
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
-#include "run/BoxTexts.h"
+#include "job/BoxTexts.h"
 #include "ui_frmAbout.h"
 
 namespace burnwick {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "forms/PlacedDialog.h"
-#include "run/Product.h"
+#include "job/Product.h"
 #include "tools/WebEmail.h"
 
 namespace burnwick {

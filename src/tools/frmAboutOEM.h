@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "forms/PlacedDialog.h"
-#include "run/Product.h"
+#include "job/Product.h"
 
 namespace burnwick {
 

@@ -16,7 +16,7 @@
 #include "forms/Hourglass.h"
 #include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
-#include "run/CompareTexts.h"
+#include "job/CompareTexts.h"
 #include "tools/DifferencesModel.h"
 #include "ui_frmFileCompare.h"
 

@@ -2,7 +2,7 @@
 #include <filesystem>
 
 #include "cli/CliTest.h"
-#include "run/Verification.h"
+#include "job/Verification.h"
 
 namespace burnwick::test {
 

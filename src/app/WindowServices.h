@@ -5,13 +5,13 @@
 #include <memory>
 #include <string>
 
+#include "job/Product.h"
 #include "platform/MessageLoop.h"
 #include "platform/SerialDevice.h"
 #include "platform/ShellIntegration.h"
 #include "platform/SingleInstance.h"
 #include "platform/SleepInhibitor.h"
 #include "ports/PortTable.h"
-#include "job/Product.h"
 
 class QWidget;
 

@@ -16,10 +16,10 @@
 #include "forms/MsgBox.h"
 #include "forms/TextDrag.h"
 #include "image/modBinFileInfo.h"
-#include "platform/Utf8Path.h"
-#include "ports/modFindCOMPorts.h"
 #include "job/LogOption.h"
 #include "job/RecentFiles.h"
+#include "platform/Utf8Path.h"
+#include "ports/modFindCOMPorts.h"
 #include "settings/ShellCheck.h"
 #include "settings/modActivatePrevInstance.h"
 #include "ui_frmMain.h"
@@ -60,9 +60,6 @@ frmMain::frmMain(WindowServices& services)
       Ui_(std::make_unique<Ui::frmMain>()),
       MSComm1(services.Loop, services.NewDevice(),
               [this](int port) { return DeviceOf(port, Services_.Setting); }),
-      EnginePort_(services.Loop, services.NewDevice(),
-                  [this](int port) { return DeviceOf(port, Services_.Setting); }),
-      SerialFlash1(services.Loop, EnginePort_),
       tmrStatus(services.Loop.NewTimer(800ms, [this] { tmrStatus_Timer(); })),
       tmrTimeOut(services.Loop.NewTimer(100ms, [this] { tmrTimeOut_Timer(); })),
       tmrFlashWindow(services.Loop.NewTimer(300ms, [this] { tmrFlashWindow_Timer(); })),
@@ -71,11 +68,6 @@ frmMain::frmMain(WindowServices& services)
     Layout();
     new PaintLimit(this);
     ConnectCommands();
-    SerialFlash1.Progress = [this](int block, int total) { SerialFlash1_Progress(block, total); };
-    SerialFlash1.Message = [this](const RunLine& line) { SerialFlash1_Message(line); };
-    SerialFlash1.Timing = [this](const RunTiming& timing) { SerialFlash1_Timing(timing); };
-    SerialFlash1.Trace = Services_.Trace;
-    SerialFlash1.SetDebugEnabled(Services_.Debug);
 }
 
 frmMain::~frmMain() = default;
@@ -283,9 +275,9 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (watched == Ui_->txtDisplay && event->type() == QEvent::KeyPress) {
         const auto* const key = static_cast<QKeyEvent*>(event);
         // The way to stop a download when Cancel is disabled already; hidden on purpose.
-        if (Running_ && TransferMode == TransferModes::Download && Texts_.MovesBlocks
-            && key->key() == Qt::Key_S && key->modifiers() == Qt::ShiftModifier) {
-            SerialFlash1.Execute(Method::Cancel);
+        if (Job_ && TransferMode == TransferModes::Download && Texts_.MovesBlocks && key->key() == Qt::Key_S
+            && key->modifiers() == Qt::ShiftModifier) {
+            Job_->Cancel();
             return true;
         }
     }

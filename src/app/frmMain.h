@@ -7,15 +7,15 @@
 #include <string>
 
 #include "app/WindowServices.h"
-#include "engine/SerialFlash.h"
 #include "image/modBinFileInfo.h"
-#include "platform/MSComm.h"
-#include "platform/SystemMenu.h"
 #include "job/BoxTexts.h"
+#include "job/FlashJob.h"
 #include "job/RunTexts.h"
 #include "job/Summary.h"
 #include "job/TransferRate.h"
 #include "job/WindowTexts.h"
+#include "platform/MSComm.h"
+#include "platform/SystemMenu.h"
 
 class QAction;
 
@@ -28,8 +28,9 @@ class frmMain;
 // The main window: the commands Download and Upload, what a run shows of itself, and the way to every other
 // dialog. Closing it ends the program.
 //
-// A run is synchronous: RunFlashCommand returns when it has ended. Clicks, keys, timers and the link's events
-// come meanwhile, on the same thread, out of the message loop's Yield.
+// A run is a FlashJob, whose events the window turns into what it shows, and its question into a box. It is
+// synchronous: RunFlashCommand returns when the job has ended. Clicks, keys, timers and the job's events come
+// meanwhile, on the same thread, out of the message loop's Yield.
 class frmMain final : public QMainWindow {
     Q_OBJECT
 
@@ -99,23 +100,27 @@ private:
     bool AcceptImage();
     void RefuseImage(const std::string& status, const std::string& display);
     void PrepareWindow();
-    CommResult TestPortBeforeReplacing();
-    void PrepareEngine();
-    void Verify();
-    void Judge(const std::filesystem::path& readBack);
-    void EndOfRun();
+    FlashOrder Order() const;
+    void AskForVerification();
+    void EndOfRun(const JobResult& job);
+    void EndOfVerification(const JobResult& job);
+    void CallUser();
     void BackToIdle();
-    void LogRun();
+    void LogRun(const RunResult& run);
+    void ReportUnforeseen(const std::string& error, const RunResult& run);
     void TrapCommError(const CommError& error);
     void ShowCommError(const CommError& error);
     void CancelRun();
     void SetMenusEnabled(bool enabled);
 
     // frmMainShow.cpp: what a run shows of itself.
+    void Show(const JobEvent& event);
     void SerialFlash1_Progress(int block, int totalBlock);
     void SerialFlash1_Message(const RunLine& line);
     void SerialFlash1_Timing(const RunTiming& timing);
     void BeginTransfer();
+    void BeginVerification();
+    void BeginComparison();
     void ForgetProgress();
     void tmrStatus_Timer();
     void tmrTimeOut_Timer();
@@ -141,8 +146,7 @@ private:
     std::unique_ptr<SingleInstance> Copies_;
 
     MSComm MSComm1;
-    MSComm EnginePort_;
-    SerialFlash SerialFlash1;
+    std::unique_ptr<FlashJob> Job_;  // while a run is on its way
     std::unique_ptr<Timer> tmrStatus;
     std::unique_ptr<Timer> tmrTimeOut;
     std::unique_ptr<Timer> tmrFlashWindow;
@@ -154,7 +158,6 @@ private:
         ChosenFile_;  // of the recent files, or dropped: what the next run programs, and that one only
     std::int16_t UploadBlocks = 0;
     std::string ImageFileName;
-    bool CancelRequested = false;
 
     bool Running_ = false;
     bool Unloading_ = false;      // leaving is the user's own wish, not the window manager's

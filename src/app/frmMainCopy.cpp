@@ -5,8 +5,8 @@
 #include "app/frmMain.h"
 #include "forms/Hourglass.h"
 #include "forms/MsgBox.h"
-#include "platform/PlainText.h"
 #include "job/CopyToFolder.h"
+#include "platform/PlainText.h"
 #include "tools/modBrowseFolder.h"
 #include "ui_frmMain.h"
 

@@ -10,10 +10,9 @@
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
+#include "job/LogOption.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
-#include "ports/modFindCOMPorts.h"
-#include "job/Verification.h"
 #include "settings/frmChipSelect.h"
 #include "ui_frmMain.h"
 
@@ -64,8 +63,9 @@ void frmMain::cmdQuit_Click() {
 }
 
 void frmMain::CancelRun() {
-    SerialFlash1.Execute(Method::Cancel);
-    CancelRequested = true;
+    if (Job_) {
+        Job_->Cancel();
+    }
 }
 
 void frmMain::RunFlashCommand() {
@@ -78,15 +78,9 @@ void frmMain::RunFlashCommand() {
     try {
         Run();
     } catch (const std::exception& error) {
-        if (!Texts_.Verifying) {
-            Result_ = SerialFlash1.LastRun();
-        }
-        BackToIdle();
-        SystemMenu_->SetCloseGreyed(false);
-        Services_.Store("Status", "Programming", "No");
-        LogRun();
-        MsgBox(this, QMessageBox::Warning, ErrorBox(error.what()));
+        ReportUnforeseen(error.what(), Result_);
     }
+    Job_.reset();
     Running_ = false;
     ChosenFile_.clear();
     if (CloseWhenDone_) {
@@ -104,29 +98,9 @@ void frmMain::Run() {
     }
     const auto awake = Services_.InhibitSleep("A unit's flash memory is being programmed or read");
     PrepareWindow();
-    PrepareEngine();
-    if (const CommResult error = TestPortBeforeReplacing()) {
-        TrapCommError(*error);
-        return;
-    }
-    if (TransferMode == TransferModes::Upload) {
-        SerialFlash1.SetUploadBlock(UploadBlocks);
-        SerialFlash1.Execute(Method::Upload);
-    } else {
-        SerialFlash1.Execute(Method::Download);
-    }
-    Result_ = SerialFlash1.LastRun();
-    if (Result_.PortError) {
-        TrapCommError(*Result_.PortError);
-        return;
-    }
-    if (TransferMode == TransferModes::Download
-        && OffersVerification(Result_, Services_.Setting("Options", "Verify"), CancelRequested)
-        && MsgBox(this, QMessageBox::Information, VerificationQuestion(), QMessageBox::Yes | QMessageBox::No)
-               == QMessageBox::Yes) {
-        Verify();
-    }
-    EndOfRun();
+    Job_ = std::make_unique<FlashJob>(Services_.Loop, Services_.NewDevice(), Order(),
+                                      [this](const JobEvent& event) { Show(event); });
+    Job_->Run();
 }
 
 bool frmMain::ChooseFile() {
@@ -208,41 +182,72 @@ void frmMain::PrepareWindow() {
     Ui_->PercentBar1->SetValue(0);
 }
 
-// An upload deletes the file that it replaces before it opens the port: a port that is busy must not cost a
-// backup.
-CommResult frmMain::TestPortBeforeReplacing() {
-    std::error_code ignored;
-    const bool replaces =
-        TransferMode == TransferModes::Upload && std::filesystem::exists(Utf8Path(ImageFileName), ignored);
-    return replaces ? modFindCOMPorts::TestPort(MSComm1, MSComm1.CommPort()) : std::nullopt;
+FlashOrder frmMain::Order() const {
+    const bool isUpload = TransferMode == TransferModes::Upload;
+    FlashOrder order{.What = isUpload ? FlashOrder::Kind::Upload : FlashOrder::Kind::Download,
+                     .FileName = ImageFileName};
+    order.Blocks = UploadBlocks;
+    order.Port = MSComm1.CommPort();
+    order.Device = DeviceOf(order.Port, Services_.Setting);
+    order.BaudRate = GetBaudRateSetting(Services_.Setting);
+    order.Checksum = BinFileInfo.Checksum;
+    order.Verify = FlashOrder::Verification::Ask;
+    order.ProgramFolder = Services_.ProgramFolder;
+    order.Trace = Services_.Debug && Services_.Trace;
+    return order;
 }
 
-void frmMain::PrepareEngine() {
-    SerialFlash1.SetFileName(ImageFileName);
-    SerialFlash1.SetCommPort(static_cast<std::uint8_t>(MSComm1.CommPort()));
-    SerialFlash1.SetBaudRate(GetBaudRateSetting(Services_.Setting));
+// The setting counts as it is at the end of the programming.
+void frmMain::AskForVerification() {
+    if (Services_.Setting("Options", "Verify") != "1") {
+        Job_->Answer(false);
+        return;
+    }
+    CallUser();
+    Job_->Answer(
+        MsgBox(this, QMessageBox::Information, VerificationQuestion(), QMessageBox::Yes | QMessageBox::No)
+        == QMessageBox::Yes);
 }
 
-// Whatever comes of it, the programming itself has succeeded: the verdict is a line of its own.
-void frmMain::Verify() {
-    Ui_->cmdQuit->setEnabled(true);
-    Ui_->cmdQuit->setFocus();
-    ForgetProgress();
-    Append(Texts_.BeginVerification());
-    SetStatus(Texts_.Status);
-    const auto blocks = BlocksToReadBack(ImageFileName);
-    const auto readBack = VerificationFile::Claim(Services_.ProgramFolder, Utf8Path(ImageFileName));
-    if (!blocks) {
-        Append(Texts_.EndVerification("Verifying error: " + modBinFileInfo::FileNameOf(ImageFileName)
-                                      + " cannot be read back."));
-    } else if (!readBack) {
-        Append(Texts_.EndVerification("Verifying error: no file can be made in "
-                                      + Utf8Text(Services_.ProgramFolder) + "."));
-    } else {
-        SerialFlash1.SetFileName(Utf8Text(readBack->Path()));
-        SerialFlash1.SetUploadBlock(*blocks);
-        SerialFlash1.Execute(Method::Upload);
-        Judge(readBack->Path());
+// To a window in the background: a beep, the flashing title, a notification.
+void frmMain::CallUser() {
+    Services_.Beep();
+    tmrFlashWindow->SetEnabled(true);
+    if (!IsActive()) {
+        Services_.Notify(Title_, Announcement(Texts_));
+    }
+}
+
+void frmMain::EndOfRun(const JobResult& job) {
+    Result_ = job.Transfer;
+    if (!job.Unforeseen.empty()) {
+        ReportUnforeseen(job.Unforeseen, job.Transfer);
+        return;
+    }
+    if (job.Transfer.PortError) {
+        TrapCommError(*job.Transfer.PortError);
+        return;
+    }
+    if (job.VerificationBegun) {
+        EndOfVerification(job);
+    }
+    if (TransferMode == TransferModes::Download && job.LastRun().Elapsed) {
+        modSystemMenu::ToggleCloseCommand(*SystemMenu_);
+    }
+    BackToIdle();
+    CallUser();
+    if (job.Transfer.Outcome == Outcome::TransmittingError && !CloseWhenDone_) {
+        MsgBox(this, QMessageBox::Warning, TransmittingErrorBox());
+    }
+    LogRun(job.Transfer);
+    AddRecentFile(ImageFileName);
+    Services_.Store("Status", "Programming", "No");
+}
+
+// Whatever came of it, the programming itself has succeeded: the verdict is a line of its own.
+void frmMain::EndOfVerification(const JobResult& job) {
+    if (job.ReadBack && job.ReadBack->PortError) {
+        ShowCommError(*job.ReadBack->PortError);
     }
     SetCaption("Burnwick - Programming was completed successfully");
     Texts_.Status = Programmed;
@@ -251,37 +256,12 @@ void frmMain::Verify() {
     ShowInBar("100%", 100);
 }
 
-void frmMain::Judge(const std::filesystem::path& readBack) {
-    std::error_code ignored;
-    if (const CommResult error = SerialFlash1.LastRun().PortError) {
-        ShowCommError(*error);
-    } else if (Texts_.VerifyCanceled) {
-        Append(Texts_.EndVerification("Verifying was canceled."));
-    } else if (std::filesystem::exists(readBack, ignored)) {
-        SetStatus("Please wait for a few seconds...");
-        ShowInBar("Please wait...", 0);
-        Ui_->lblStatus->repaint();
-        Ui_->PercentBar1->repaint();
-        Append(Texts_.EndVerification(JudgeReadBack(ImageFileName, readBack).Result));
-    }
-}
-
-void frmMain::EndOfRun() {
-    Services_.Beep();
-    if (TransferMode == TransferModes::Download && SerialFlash1.LastRun().Elapsed) {
-        modSystemMenu::ToggleCloseCommand(*SystemMenu_);
-    }
+void frmMain::ReportUnforeseen(const std::string& error, const RunResult& run) {
     BackToIdle();
-    tmrFlashWindow->SetEnabled(true);
-    if (!IsActive()) {
-        Services_.Notify(Title_, Announcement(Texts_));
-    }
-    if (Result_.Outcome == Outcome::TransmittingError && !CloseWhenDone_) {
-        MsgBox(this, QMessageBox::Warning, TransmittingErrorBox());
-    }
-    LogRun();
-    AddRecentFile(ImageFileName);
+    SystemMenu_->SetCloseGreyed(false);
     Services_.Store("Status", "Programming", "No");
+    LogRun(run);
+    MsgBox(this, QMessageBox::Warning, ErrorBox(error));
 }
 
 void frmMain::BackToIdle() {
@@ -292,7 +272,6 @@ void frmMain::BackToIdle() {
     SetMenusEnabled(true);
     Ui_->cmdDownload->setFocus();
     StartedByUser = false;
-    CancelRequested = false;
     tmrStatus->SetEnabled(false);
     Ui_->lblStatus->setVisible(true);
     Ui_->lblTiming->setVisible(false);
@@ -301,10 +280,10 @@ void frmMain::BackToIdle() {
     RestoreCaption();
 }
 
-void frmMain::LogRun() {
-    ActivityRecord record = RecordOf(Result_, Texts_, ImageFileName, Summary_);
+void frmMain::LogRun(const RunResult& run) {
+    ActivityRecord record = RecordOf(run, Texts_, ImageFileName, Summary_);
     record.IsUpload = TransferMode == TransferModes::Upload;
-    WriteActivityLog(Services_.ProgramFolder, Services_.Setting("Options", "LogOption"), record,
+    WriteActivityLog(Services_.ProgramFolder, LogOption(Services_.Setting, Services_.Store), record,
                      Services_.Loop.Now());
 }
 

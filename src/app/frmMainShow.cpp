@@ -1,6 +1,7 @@
 // What a run shows of itself: status, timing, bar and caption; and the summary of its image.
 #include <QApplication>
 #include <QTextCursor>
+#include <variant>
 
 #include "app/frmMain.h"
 #include "app/modSystemMenu.h"
@@ -16,6 +17,23 @@ constexpr QColor White(0xFF, 0xFF, 0xFF);
 constexpr QColor Navy(0x00, 0x00, 0x80);
 
 }  // namespace
+
+void frmMain::Show(const JobEvent& event) {
+    std::visit(Overloaded{
+                   [this](const RunLine& line) { SerialFlash1_Message(line); },
+                   [this](const RunTiming& timing) { SerialFlash1_Timing(timing); },
+                   [this](const BlockProgress& progress) {
+                       SerialFlash1_Progress(progress.Block, progress.TotalBlock);
+                   },
+                   [this](const TraceLine& line) { Services_.Trace(line.Text); },
+                   [this](const VerificationOffer&) { AskForVerification(); },
+                   [this](const VerificationBegins&) { BeginVerification(); },
+                   [this](const ComparisonBegins&) { BeginComparison(); },
+                   [this](const VerificationEnds& end) { Append(Texts_.EndVerification(end.Result)); },
+                   [this](const JobResult& job) { EndOfRun(job); },
+               },
+               event);
+}
 
 void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
     if (block == 0) {
@@ -49,6 +67,22 @@ void frmMain::BeginTransfer() {
         Ui_->picMain->setFocus();
         Ui_->cmdQuit->setEnabled(false);
     }
+}
+
+void frmMain::BeginVerification() {
+    Ui_->cmdQuit->setEnabled(true);
+    Ui_->cmdQuit->setFocus();
+    ForgetProgress();
+    Append(Texts_.BeginVerification());
+    SetStatus(Texts_.Status);
+}
+
+// Painted at once: the comparison holds the window up.
+void frmMain::BeginComparison() {
+    SetStatus("Please wait for a few seconds...");
+    ShowInBar("Please wait...", 0);
+    Ui_->lblStatus->repaint();
+    Ui_->PercentBar1->repaint();
 }
 
 // What was shown of an earlier transfer says nothing of the next one.

@@ -10,6 +10,7 @@
 
 #include "ProductData.h"
 #include "app/frmMain.h"
+#include "job/ListedFile.h"
 #include "platform/Attention.h"
 #include "platform/Interrupt.h"
 #include "platform/Notification.h"
@@ -19,7 +20,6 @@
 #include "platform/System.h"
 #include "platform/Utf8Path.h"
 #include "platform/WindowLoop.h"
-#include "job/ListedFile.h"
 #include "settings/RegistryShell.h"
 #include "settings/modUtility.h"
 

@@ -6,8 +6,8 @@
 #include "cli/JsonOutput.h"
 #include "cli/Wording.h"
 #include "image/modBinFileInfo.h"
-#include "platform/Utf8Path.h"
 #include "job/Verification.h"
+#include "platform/Utf8Path.h"
 
 namespace burnwick::cli {
 

@@ -1,13 +1,14 @@
 #include "cli/FlashRun.h"
 
-#include <system_error>
+#include <utility>
+#include <variant>
 
 #include "cli/Wording.h"
+#include "job/LogOption.h"
+#include "job/Summary.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
-#include "job/LogOption.h"
-#include "job/Summary.h"
 
 namespace burnwick::cli {
 
@@ -18,63 +19,48 @@ constexpr const char* Programmed = "Programming was completed successfully.";
 }  // namespace
 
 FlashRun::FlashRun(Environment& environment, const RunOptions& options)
-    : Environment_(environment),
-      Options_(options),
-      Control_(environment.Loop, environment.NewDevice(),
-               [this](int port) {
-                   return port == Port_.Number && !Port_.Device.empty()
-                              ? Port_.Device
-                              : DeviceOf(port, Environment_.Setting);
-               }),
-      Flash_(environment.Loop, Control_),
-      Console_(environment, options) {
-    Console_.Listen(Flash_);
-}
+    : Environment_(environment), Options_(options), Console_(environment, options) {}
 
 int FlashRun::Download(const std::string& image, bool verify) {
-    if (!AcceptImage(image) || (verify && !PrepareReadBack(image)) || !ChoosePort()) {
+    FlashOrder order{.What = FlashOrder::Kind::Download, .FileName = image};
+    order.Verify = verify ? FlashOrder::Verification::Always : FlashOrder::Verification::None;
+    if (!AcceptImage(image) || (verify && !PlanVerification(order)) || !ChoosePort(order)) {
         return End();
     }
-    const auto awake = Prepare();
-    Transfer(Method::Download, image);
-    const RunResult programming = Flash_.LastRun();
-    if (programming.LeavesFlashIncomplete()) {
-        Report().Error += " The unit's flash is incomplete: program it again before it is used.";
-    } else if (Report().Status == Done && verify) {
-        ReadBack(image, " The programming was completed, but it is not verified.");
+    const JobResult job = RunJob(order);
+    if (job.VerificationBegun) {
         Console_.Texts().Status = Programmed;
     }
-    Log(RecordOfRun(programming, image));
+    Log(order, job);
     return End();
 }
 
-int FlashRun::Upload(const std::string& file, int blocks, bool replacesFile) {
-    if (!ChoosePort() || (replacesFile && !PortOpens())) {
+int FlashRun::Upload(const std::string& file, int blocks) {
+    FlashOrder order{
+        .What = FlashOrder::Kind::Upload, .FileName = file, .Blocks = static_cast<std::int16_t>(blocks)};
+    if (!ChoosePort(order)) {
         return End();
     }
-    const auto awake = Prepare();
-    Flash_.SetUploadBlock(static_cast<std::int16_t>(blocks));
-    Transfer(Method::Upload, file);
+    const JobResult job = RunJob(order);
     Report().TotalBlocks = blocks;
     Image_ = modBinFileInfo::GetBinFileInfo(file);
-    ActivityRecord record = RecordOfRun(Flash_.LastRun(), file);
-    record.IsUpload = true;
-    Log(record);
+    Log(order, job);
     return End();
 }
 
 int FlashRun::Verify(const std::string& image) {
-    if (!AcceptImage(image) || !PrepareReadBack(image) || !ChoosePort()) {
+    FlashOrder order{.What = FlashOrder::Kind::Verify, .FileName = image};
+    if (!AcceptImage(image) || !PlanVerification(order) || !ChoosePort(order)) {
         return End();
     }
-    const auto awake = Prepare();
-    ReadBack(image, "");
+    const JobResult job = RunJob(order);
     RunTexts& texts = Console_.Texts();
-    texts.Status = texts.Result.empty() ? texts.Status : texts.Result;
-    ActivityRecord record = RecordOfRun(Flash_.LastRun(), image);
-    record.IsUpload = true;
-    record.Succeeded = Report().Verdict && Report().Verdict->IsMatch();
-    Log(record);
+    if (job.ReadBackIsGone) {
+        texts.Status = "Verifying error: what was read back is gone.";
+    } else if (!texts.Result.empty()) {
+        texts.Status = texts.Result;
+    }
+    Log(order, job);
     return End();
 }
 
@@ -93,28 +79,26 @@ bool FlashRun::AcceptImage(const std::string& image) {
     return true;
 }
 
-// False when the unit's flash could not be read back and compared: better told before the unit is touched
-// than afterwards.
-bool FlashRun::PrepareReadBack(const std::string& image) {
-    const auto blocks = BlocksToReadBack(image);
-    if (!blocks) {
-        Fail(FileUnusable, image + " cannot be verified: " + WordInvalidSize());
+// False when the unit's flash could not be read back and compared: that is said before the unit is touched.
+bool FlashRun::PlanVerification(FlashOrder& order) {
+    auto plan = PlanReadBack(Environment_.ProgramFolder, order.FileName);
+    if (const auto* const trouble = std::get_if<ReadBackTrouble>(&plan)) {
+        Fail(FileUnusable, *trouble == ReadBackTrouble::ImageLength
+                               ? order.FileName + " cannot be verified: " + WordInvalidSize()
+                               : "no verification file can be made in " + Utf8Text(Environment_.ProgramFolder)
+                                     + "; may that folder be written?");
         return false;
     }
-    Flash_.SetUploadBlock(*blocks);
-    ReadBackFile_ = VerificationFile::Claim(Environment_.ProgramFolder, Utf8Path(image));
-    if (!ReadBackFile_) {
-        Fail(FileUnusable, "no verification file can be made in " + Utf8Text(Environment_.ProgramFolder)
-                               + "; may that folder be written?");
-        return false;
-    }
+    order.ReadBack = std::get<ReadBackPlan>(std::move(plan));
     return true;
 }
 
 // False when there is no such port; the report then says so.
-bool FlashRun::ChoosePort() {
+bool FlashRun::ChoosePort(FlashOrder& order) {
+    MSComm control(Environment_.Loop, Environment_.NewDevice(),
+                   [this](int port) { return DeviceOf(port, Environment_.Setting); });
     if (Options_.Port.empty()) {
-        Port_.Number = modFindCOMPorts::ChooseStartupPort(Control_, Environment_.Setting, Environment_.Store);
+        Port_.Number = modFindCOMPorts::ChooseStartupPort(control, Environment_.Setting, Environment_.Store);
         Port_.Device = DeviceOf(Port_.Number, Environment_.Setting);
     } else if (const auto choice = ParsePortChoice(Options_.Port, Environment_.Setting)) {
         Port_ = *choice;
@@ -124,85 +108,80 @@ bool FlashRun::ChoosePort() {
         return false;
     }
     Report().Port = Port_.Number;
-    if (const auto error = Control_.SetCommPort(Port_.Number)) {
+    if (const auto error = control.SetCommPort(Port_.Number)) {
         Fail(PortNotAvailable, error->Description);
         return false;
     }
-    Flash_.SetCommPort(static_cast<std::uint8_t>(Port_.Number));
-    Flash_.SetBaudRate(Options_.Baud.empty() ? GetBaudRateSetting(Environment_.Setting) : Options_.Baud);
+    order.Port = Port_.Number;
+    order.Device = Port_.Device;
+    order.BaudRate = Options_.Baud.empty() ? GetBaudRateSetting(Environment_.Setting) : Options_.Baud;
+    order.Checksum = Image_.Checksum;
+    order.Trace = Environment_.Trace;
     return true;
 }
 
-// False when the port does not open; the report then says why.
-bool FlashRun::PortOpens() {
-    if (const auto error = Control_.SetPortOpen(true)) {
-        FailPort(*error);
-        return false;
-    }
-    Control_.SetPortOpen(false);
-    return true;
-}
-
-std::unique_ptr<SleepInhibitor> FlashRun::Prepare() {
-    Environment_.CatchInterrupts([this] { Flash_.Execute(Method::Cancel); });
-    return Environment_.InhibitSleep("A unit's flash memory is being programmed or read");
-}
-
-void FlashRun::Transfer(Method method, const std::string& file) {
+JobResult FlashRun::RunJob(const FlashOrder& order) {
+    JobResult result;
     Console_.BeginTransfer();
-    Flash_.SetFileName(file);
-    Flash_.Execute(method);
-    const RunResult& run = Flash_.LastRun();
-    Console_.EndTransfer(run);
+    FlashJob job(Environment_.Loop, Environment_.NewDevice(), order, [&](const JobEvent& event) {
+        if (const auto* const end = std::get_if<JobResult>(&event)) {
+            result = *end;
+        } else {
+            Console_.Show(event);
+        }
+    });
+    Environment_.CatchInterrupts([&job] { job.Cancel(); });
+    const auto awake = Environment_.InhibitSleep("A unit's flash memory is being programmed or read");
+    job.Run();
+    Console_.EndTransfer(result.LastRun());
+    TakeResult(order, result);
+    return result;
+}
+
+void FlashRun::TakeResult(const FlashOrder& order, const JobResult& job) {
+    const RunResult& run = job.LastRun();
     if (run.PortError) {
         FailPort(*run.PortError);
-        return;
-    }
-    Report().Status = StatusOf(run.Outcome);
-    Report().Error = WordFailure(Report(), PortName(), run);
-}
-
-// The unit's flash goes into the verification file, which lives no longer than this.
-void FlashRun::ReadBack(const std::string& image, const std::string& ifItFails) {
-    Console_.Print(Console_.Texts().BeginVerification());
-    Transfer(Method::Upload, Utf8Text(ReadBackFile_->Path()));
-    if (Report().Status == Done) {
-        Judge(image, ifItFails);
     } else {
-        Report().Error += ifItFails;
+        Report().Status = StatusOf(run.Outcome);
+        Report().Error = WordFailure(Report(), PortName(), run);
     }
-    if (Console_.Texts().VerifyCanceled) {
-        Console_.Print(Console_.Texts().EndVerification("Verifying was canceled."));
+    if (order.What == FlashOrder::Kind::Download && job.Transfer.LeavesFlashIncomplete()) {
+        Report().Error += " The unit's flash is incomplete: program it again before it is used.";
     }
-    ReadBackFile_.reset();
-}
-
-void FlashRun::Judge(const std::string& image, const std::string& ifItFails) {
-    std::error_code ignored;
-    if (!std::filesystem::exists(ReadBackFile_->Path(), ignored)) {
-        Fail(FileUnusable, "what was read back is gone: somebody deleted " + Utf8Text(ReadBackFile_->Path())
-                               + "." + ifItFails);
-        Console_.Texts().Status = "Verifying error: what was read back is gone.";
-        return;
+    if (job.ReadBack) {
+        TakeVerdict(order, job);
     }
-    const Verdict verdict = JudgeReadBack(image, ReadBackFile_->Path());
-    Console_.Print(Console_.Texts().EndVerification(verdict.Result));
-    Report().Verdict = verdict;
-    if (verdict.IsMatch()) {
-        return;
-    }
-    if (modBinFileInfo::GetBinFileInfo(image).Checksum != Image_.Checksum) {
-        Fail(FileUnusable, image + " is not what it was when the run began." + ifItFails);
-    } else {
-        Fail(verdict.WasRead ? Differences : FileUnusable, WordMismatch(image, verdict));
+    if (!job.Unforeseen.empty()) {
+        Fail(TransmittingError, job.Unforeseen);
     }
 }
 
-ActivityRecord FlashRun::RecordOfRun(const RunResult& run, const std::string& file) {
-    return RecordOf(run, Console_.Texts(), file, SummaryOf(Image_, /*wholeChecksum=*/false));
+void FlashRun::TakeVerdict(const FlashOrder& order, const JobResult& job) {
+    const std::string notVerified = order.What == FlashOrder::Kind::Download
+                                        ? " The programming was completed, but it is not verified."
+                                        : "";
+    Report().Verdict = job.Verdict;
+    if (!job.ReadBack->Succeeded()) {
+        Report().Error += notVerified;
+    } else if (!job.Verdict) {
+        Fail(FileUnusable, "what was read back is gone: somebody deleted "
+                               + Utf8Text(order.ReadBack->File->Path()) + "." + notVerified);
+    } else if (job.ImageChanged) {
+        Fail(FileUnusable, order.FileName + " is not what it was when the run began." + notVerified);
+    } else if (!job.Verdict->IsMatch()) {
+        Fail(job.Verdict->WasRead ? Differences : FileUnusable, WordMismatch(order.FileName, *job.Verdict));
+    }
 }
 
-void FlashRun::Log(const ActivityRecord& record) {
+void FlashRun::Log(const FlashOrder& order, const JobResult& job) {
+    const bool isVerification = order.What == FlashOrder::Kind::Verify;
+    ActivityRecord record = RecordOf(isVerification ? job.LastRun() : job.Transfer, Console_.Texts(),
+                                     order.FileName, SummaryOf(Image_, /*wholeChecksum=*/false));
+    record.IsUpload = order.What != FlashOrder::Kind::Download;
+    if (isVerification) {
+        record.Succeeded = job.Verdict && job.Verdict->IsMatch();
+    }
     WriteActivityLog(Environment_.ProgramFolder, LogOption(Environment_.Setting, Environment_.Store), record,
                      Environment_.Loop.Now());
 }

@@ -1,23 +1,19 @@
 #pragma once
 
-#include <memory>
-#include <span>
 #include <string>
 
 #include "cli/Environment.h"
 #include "cli/RunConsole.h"
 #include "cli/RunOptions.h"
-#include "engine/SerialFlash.h"
 #include "image/modBinFileInfo.h"
-#include "log/ActivityLog.h"
+#include "job/FlashJob.h"
 #include "platform/MSComm.h"
 #include "ports/PortTable.h"
-#include "job/Verification.h"
 
 namespace burnwick::cli {
 
-// One run of the link on the command line: chooses the port, lets Ctrl+C cancel it, verifies when that is
-// wanted, leaves a record in the log, and words what came of it. Each run gives the exit status.
+// A flashing job on the command line: chooses the port, lets Ctrl+C cancel the job, keeps its record in the
+// log, and words its result. Each verb's function gives the exit status.
 class FlashRun {
 public:
     FlashRun(Environment& environment, const RunOptions& options);
@@ -25,8 +21,7 @@ public:
     // Programs the image; `verify`: then reads it back and compares.
     int Download(const std::string& image, bool verify);
 
-    // `replacesFile`: the file is there, and must not be lost to a port that is not.
-    int Upload(const std::string& file, int blocks, bool replacesFile);
+    int Upload(const std::string& file, int blocks);
 
     // Reads the unit's flash and compares it with the image.
     int Verify(const std::string& image);
@@ -37,16 +32,12 @@ public:
 private:
     RunReport& Report() { return Console_.Report(); }
     bool AcceptImage(const std::string& image);
-    bool PrepareReadBack(const std::string& image);
-    bool ChoosePort();
-    bool PortOpens();
-    // Ctrl+C cancels from now on, and the computer stays awake while the result lives.
-    std::unique_ptr<SleepInhibitor> Prepare();
-    void Transfer(Method method, const std::string& file);
-    void ReadBack(const std::string& image, const std::string& ifItFails);
-    void Judge(const std::string& image, const std::string& ifItFails);
-    ActivityRecord RecordOfRun(const RunResult& run, const std::string& file);
-    void Log(const ActivityRecord& record);
+    bool PlanVerification(FlashOrder& order);
+    bool ChoosePort(FlashOrder& order);
+    JobResult RunJob(const FlashOrder& order);
+    void TakeResult(const FlashOrder& order, const JobResult& job);
+    void TakeVerdict(const FlashOrder& order, const JobResult& job);
+    void Log(const FlashOrder& order, const JobResult& job);
     void Fail(ExitStatus status, const std::string& error);
     void FailPort(const CommError& error);
     int End();
@@ -55,11 +46,8 @@ private:
     Environment& Environment_;
     const RunOptions& Options_;
     PortChoice Port_;
-    MSComm Control_;
-    SerialFlash Flash_;
     RunConsole Console_;
     modBinFileInfo::BinFileInfo Image_;  // as it was before the run, or what an upload has read
-    std::unique_ptr<VerificationFile> ReadBackFile_;
 };
 
 }  // namespace burnwick::cli

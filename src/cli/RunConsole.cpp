@@ -1,6 +1,7 @@
 #include "cli/RunConsole.h"
 
 #include <string_view>
+#include <variant>
 
 #include "platform/PlainText.h"
 
@@ -13,15 +14,25 @@ RunConsole::RunConsole(Environment& environment, const RunOptions& options)
       Options_(options),
       Progress_(environment.Err, environment.ErrColumns, environment.Color) {}
 
-void RunConsole::Listen(SerialFlash& flash) {
-    flash.Message = [this](const RunLine& line) { Print(Texts_.TakeMessage(line)); };
-    flash.Timing = [this](const RunTiming& timing) { ShowTiming(timing); };
-    flash.Progress = [this](int block, int total) { ShowProgress(block, total); };
-    flash.Trace = [this](const std::string& line) {
-        Progress_.Clear();
-        Environment_.Err << line << '\n';
-    };
-    flash.SetDebugEnabled(Environment_.Trace);
+void RunConsole::Show(const JobEvent& event) {
+    std::visit(Overloaded{
+                   [this](const RunLine& line) { Print(Texts_.TakeMessage(line)); },
+                   [this](const RunTiming& timing) { ShowTiming(timing); },
+                   [this](const BlockProgress& progress) { ShowProgress(progress); },
+                   [this](const TraceLine& line) {
+                       Progress_.Clear();
+                       Environment_.Err << line.Text << '\n';
+                   },
+                   [this](const VerificationBegins&) { BeginVerification(); },
+                   [this](const VerificationEnds& end) { Print(Texts_.EndVerification(end.Result)); },
+                   [](const auto&) {},
+               },
+               event);
+}
+
+void RunConsole::BeginVerification() {
+    Print(Texts_.BeginVerification());
+    BeginTransfer();
 }
 
 void RunConsole::BeginTransfer() {
@@ -58,11 +69,11 @@ void RunConsole::ShowTiming(const RunTiming& timing) {
     }
 }
 
-void RunConsole::ShowProgress(int block, int totalBlock) {
-    Report_.Blocks = block;
-    Report_.TotalBlocks = totalBlock;
+void RunConsole::ShowProgress(const BlockProgress& progress) {
+    Report_.Blocks = progress.Block;
+    Report_.TotalBlocks = progress.TotalBlock;
     if (!Options_.Quiet) {
-        Progress_.ShowBlock(Environment_.Loop.MillisecondClock(), block, totalBlock);
+        Progress_.ShowBlock(Environment_.Loop.MillisecondClock(), progress.Block, progress.TotalBlock);
     }
 }
 

@@ -7,19 +7,18 @@
 #include "cli/ProgressLine.h"
 #include "cli/RunOptions.h"
 #include "cli/RunReport.h"
-#include "engine/SerialFlash.h"
+#include "job/JobEvent.h"
 #include "job/RunTexts.h"
 
 namespace burnwick::cli {
 
-// Tells what a run does while it does it: its lines on Out, its progress on Err. Keeps texts and figures of
-// it.
+// Shows a job while it runs, its lines on Out and its progress on Err, and keeps its texts and figures.
 class RunConsole {
 public:
     RunConsole(Environment& environment, const RunOptions& options);
 
-    // Hears the link's events from now on.
-    void Listen(SerialFlash& flash);
+    // Shows an event of the job, its result apart.
+    void Show(const JobEvent& event);
 
     // A transfer begins: figures and progress are its own.
     void BeginTransfer();
@@ -34,7 +33,8 @@ public:
 
 private:
     void ShowTiming(const RunTiming& timing);
-    void ShowProgress(int block, int totalBlock);
+    void ShowProgress(const BlockProgress& progress);
+    void BeginVerification();
 
     Environment& Environment_;
     const RunOptions& Options_;

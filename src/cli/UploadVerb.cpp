@@ -20,7 +20,7 @@ std::vector<std::string> ChipNames() {
     return names;
 }
 
-// Of one of these names: the arguments let no other through.
+// Precondition: `name` is in ChipSizes (checked by the option parser).
 int BlocksOf(const std::string& name) {
     const auto hasName = [&](const ChipSize& chip) { return chip.Name == name; };
     return std::find_if(ChipSizes.begin(), ChipSizes.end(), hasName)->Blocks;
@@ -44,7 +44,7 @@ int UploadVerb::Execute(Environment& environment) {
     if (exists && !Force_) {
         return run.RefuseFile(File_ + " exists already. Give --force to replace it, or name another file.");
     }
-    return run.Upload(File_, BlocksOf(Chip_), exists);
+    return run.Upload(File_, BlocksOf(Chip_));
 }
 
 }  // namespace burnwick::cli

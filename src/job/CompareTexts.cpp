@@ -4,8 +4,8 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/Utf8Path.h"
 #include "job/Verification.h"
+#include "platform/Utf8Path.h"
 
 namespace burnwick {
 

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "image/modBinFileInfo.h"
-#include "log/ActivityLog.h"
 #include "job/RunTexts.h"
+#include "log/ActivityLog.h"
 
 namespace burnwick {
 

@@ -79,6 +79,26 @@ std::unique_ptr<VerificationFile> VerificationFile::Claim(const std::filesystem:
     return nullptr;
 }
 
+std::variant<ReadBackPlan, ReadBackTrouble> PlanReadBack(const std::filesystem::path& folder,
+                                                         const std::string& imageFileName) {
+    const auto blocks = BlocksToReadBack(imageFileName);
+    if (!blocks) {
+        return ReadBackTrouble::ImageLength;
+    }
+    std::shared_ptr<VerificationFile> file = VerificationFile::Claim(folder, Utf8Path(imageFileName));
+    if (!file) {
+        return ReadBackTrouble::NoFile;
+    }
+    return ReadBackPlan{*blocks, std::move(file)};
+}
+
+std::string ReadBackRefusal(ReadBackTrouble trouble, const std::filesystem::path& folder,
+                            const std::string& imageFileName) {
+    return trouble == ReadBackTrouble::ImageLength
+               ? "Verifying error: " + modBinFileInfo::FileNameOf(imageFileName) + " cannot be read back."
+               : "Verifying error: no file can be made in " + Utf8Text(folder) + ".";
+}
+
 VerificationFile::VerificationFile(std::filesystem::path path, std::unique_ptr<FileLock> lock)
     : Path_(std::move(path)), Lock_(std::move(lock)) {
     std::error_code ignored;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 
 #include "platform/FileLock.h"
 
@@ -54,5 +55,23 @@ private:
     std::filesystem::path Path_;
     std::unique_ptr<FileLock> Lock_;
 };
+
+// How a unit's flash is read back: so many blocks, into this file.
+struct ReadBackPlan {
+    std::int16_t Blocks = 0;
+    std::shared_ptr<VerificationFile> File;
+};
+
+enum class ReadBackTrouble {
+    ImageLength,  // no read-back has the image's length, or the image is gone
+    NoFile,       // the folder cannot be written
+};
+
+std::variant<ReadBackPlan, ReadBackTrouble> PlanReadBack(const std::filesystem::path& folder,
+                                                         const std::string& imageFileName);
+
+// The verification's result where there is no plan: "Verifying error: …".
+std::string ReadBackRefusal(ReadBackTrouble trouble, const std::filesystem::path& folder,
+                            const std::string& imageFileName);
 
 }  // namespace burnwick

@@ -92,9 +92,4 @@ std::string Announcement(const RunTexts& texts) {
     return texts.Result.empty() ? "The verification could not be finished." : texts.Result;
 }
 
-bool OffersVerification(const RunResult& programming, const std::string& verifySetting,
-                        bool cancelRequested) {
-    return programming.Succeeded() && verifySetting == "1" && !cancelRequested;
-}
-
 }  // namespace burnwick

@@ -55,8 +55,4 @@ std::string AwayCaption(const RunTiming& timing, int percent);
 // verification.
 std::string Announcement(const RunTexts& texts);
 
-// Whether the user is asked for a verification: after a programming that succeeded and was not cancelled,
-// when the setting "Verify" is "1".
-bool OffersVerification(const RunResult& programming, const std::string& verifySetting, bool cancelRequested);
-
 }  // namespace burnwick

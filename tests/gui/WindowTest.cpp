@@ -136,8 +136,8 @@ void WindowTest::Pass(Microseconds time) {
 
 std::unique_ptr<SerialDevice> WindowTest::NewDevice() {
     std::unique_ptr<FakeDevice> device;
-    // The window's own control is made first; the second one is the link's.
-    if (Line_ && ++Devices_ == 2) {
+    // The window's own control is made first; each further one is a job's.
+    if (++Devices_ > 1 && Line_) {
         device = std::make_unique<SimulatedDevice>(Loop, *Line_);
         Cable_ = device.get();
     } else {

@@ -14,12 +14,6 @@ const RunLine ReadyToProgram{"Getting ready to start programming...", LineKind::
 const RunLine ReadyToUpload{"Getting ready to upload data...", LineKind::GettingReady};
 const RunLine TimeOut{"Timeout.", LineKind::Timeout};
 
-RunResult Ended(Outcome outcome) {
-    RunResult run;
-    run.Outcome = outcome;
-    return run;
-}
-
 }  // namespace
 
 TEST(ApplicationTitle, OfAReleaseIsTheTitleAlone) {
@@ -165,21 +159,6 @@ TEST(AwayCaption, TellsHowFarATransferHasCome) {
 
 TEST(AwayCaption, IsShortBeforeThereIsAnyTiming) {
     EXPECT_EQ(AwayCaption({}, 0), "Burnwick - ");
-}
-
-TEST(OffersVerification, AfterAProgrammingThatSucceededWhenTheSettingSaysSo) {
-    EXPECT_TRUE(OffersVerification(Ended(Outcome::Succeeded), "1", false));
-}
-
-TEST(OffersVerification, NeverOtherwise) {
-    EXPECT_FALSE(OffersVerification(Ended(Outcome::Succeeded), "1", true));
-    for (const char* setting : {"", "0", "11", "Yes"}) {
-        EXPECT_FALSE(OffersVerification(Ended(Outcome::Succeeded), setting, false)) << setting;
-    }
-    for (const Outcome outcome : {Outcome::TransmittingError, Outcome::Canceled, Outcome::NoResponse}) {
-        EXPECT_FALSE(OffersVerification(Ended(outcome), "1", false));
-    }
-    EXPECT_FALSE(OffersVerification(RunResult(), "1", false)) << "a result that was never filled in";
 }
 
 }  // namespace burnwick::test

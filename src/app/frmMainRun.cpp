@@ -204,9 +204,10 @@ void frmMain::AskForVerification() {
         return;
     }
     CallUser();
-    Job_->Answer(
-        MsgBox(this, QMessageBox::Information, VerificationQuestion(), QMessageBox::Yes | QMessageBox::No)
-        == QMessageBox::Yes);
+    // Some desktop styles would choose No for Enter.
+    const auto answer = MsgBox(this, QMessageBox::Information, VerificationQuestion(),
+                               QMessageBox::Yes | QMessageBox::No, {}, QMessageBox::Yes);
+    Job_->Answer(answer == QMessageBox::Yes);
 }
 
 // To a window in the background: a beep, the flashing title, a notification.

@@ -54,7 +54,7 @@ void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
 }
 
 void frmMain::BeginTransfer() {
-    CaptionSaved = false;
+    RestoreCaption();
     ForgetProgress();
     Services_.Store("Status", "Programming", "Yes");
     ShowWorkingColors();

@@ -483,4 +483,30 @@ TEST_F(frmMainRun, NotifiesOfItsOutcomeOnlyAUserWhoIsElsewhere) {
     EXPECT_THAT(Calls, Not(Contains(testing::StartsWith("notify"))));
 }
 
+TEST_F(frmMainRun, CallsAUserWhoIsElsewhereBeforeItAsksForAVerification) {
+    ConnectUnitOfSize(ImageSize);
+    Settings["Options/Verify"] = "1";
+    Start();
+    QWidget elsewhere;
+    elsewhere.show();
+    WhenStatus("Sending block", [&] { QApplication::setActiveWindow(&elsewhere); });
+    User.TypeFile(Image());
+    User.Next([this](QDialog& question) {
+        EXPECT_EQ(Beeps, 1);
+        EXPECT_THAT(Calls, Contains("notify Burnwick: Programming was completed successfully."));
+        QTest::keyClick(&question, Qt::Key_Escape);
+    });
+    Click("cmdDownload");
+    EXPECT_EQ(Beeps, 2);
+}
+
+TEST_F(frmMainRun, AMissingLogOptionIsStoredAgainAndTheRunIsLoggedInFull) {
+    ConnectUnitOfSize(ImageSize);
+    Start();
+    WhenStatus("Sending block", [this] { Settings.erase("Options/LogOption"); });
+    Download(Image());
+    EXPECT_EQ(Settings["Options/LogOption"], "&All");
+    EXPECT_THAT(LogText(), HasSubstr("File Information: "));
+}
+
 }  // namespace burnwick::test

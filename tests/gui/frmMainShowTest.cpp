@@ -199,6 +199,23 @@ TEST_F(frmMainShow, TheOutcomeIsInTheCaptionWhereverTheUserIs) {
     EXPECT_EQ(Caption(), "Burnwick - Programming was completed successfully");
 }
 
+TEST_F(frmMainShow, AUserWhoComesBackDuringAReadBackFindsTheOutcomeOfTheProgramming) {
+    ConnectUnitOfSize(ImageSize);
+    Start();
+    std::string caption;
+    WhenStatus("Waiting...", [this] {
+        GoElsewhere();
+        Loop.Stall(150ms);  // the tick that rewrites the caption
+    });
+    WhenStatus("Verifying block 300", [this] {
+        ComeBack();
+        Loop.Stall(150ms);
+    });
+    WhenStatus("Verifying block 306", [&, this] { caption = Caption(); });
+    DownloadAndAnswer(QMessageBox::Yes);
+    EXPECT_EQ(caption, "Burnwick - Programming was completed successfully");
+}
+
 TEST_F(frmMainShow, TheWindowFlashesUntilTheUserIsBack) {
     ConnectUnitOfSize(ImageSize);
     Start();

@@ -119,6 +119,9 @@ step "clang-tidy"
 # Tests are left to the compilers: together they would take as long as all the rest.
 quietly tests/tidy.py build/asan src simulator
 
+build tsan tests_job
+run_tests tsan --label-regex '^job$'
+
 build fuzz fuzz_targets
 step "Fuzz targets"
 tests/fuzz/run.sh 3 build/fuzz

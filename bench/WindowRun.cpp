@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "app/frmMain.h"
+#include "job/JobThread.h"
 #include "platform/System.h"
 #include "platform/WindowLoop.h"
 #include "settings/modUtility.h"
@@ -99,6 +100,14 @@ private:
         .Shell = *Shell_,
         .Copies = [](const std::string&) { return burnwick::CopiesNamed("burnwick-figures"); },
         .NewDevice = burnwick::NewSerialDevice,
+        .NewJob =
+            [this](const burnwick::FlashOrder& order, burnwick::JobEvents take) {
+                return std::make_unique<burnwick::JobThread>(
+                    *Loop_,
+                    burnwick::JobTools{burnwick::NewSystemLoop,
+                                       [](burnwick::MessageLoop&) { return burnwick::NewSerialDevice(); }},
+                    order, std::move(take));
+            },
         .InhibitSleep = [](const std::string&) { return nullptr; },
         .Beep = [this] { End_ = Clock::now(); },
         .Flash = [](QWidget*) {},
@@ -126,6 +135,7 @@ Seconds BenchWindow::Upload(const std::filesystem::path& file) {
     const UploadAnswers answers(file.string());
     Parts_->Begin();
     Parts_->Window().findChild<QPushButton*>("cmdUpload")->click();
+    AwaitEndOfRun();
     ExpectStatus("Uploading was completed successfully.");
     return Parts_->Transfer();
 }
@@ -150,6 +160,13 @@ void BenchWindow::ClickRecentFile(const std::filesystem::path& image) {
     entry->setText(QString::fromStdString("&1 " + image.string()));
     Parts_->Begin();
     entry->trigger();
+    AwaitEndOfRun();
+}
+
+void BenchWindow::AwaitEndOfRun() const {
+    while (IsRunning()) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 }
 
 void BenchWindow::ExpectStatus(const std::string& wanted) const {

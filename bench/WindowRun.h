@@ -37,6 +37,7 @@ private:
     class Parts;
 
     void ClickRecentFile(const std::filesystem::path& image);
+    void AwaitEndOfRun() const;
     void ExpectStatus(const std::string& wanted) const;
 
     std::unique_ptr<Parts> Parts_;

@@ -64,17 +64,18 @@ ended() {
 }
 failed=0
 step "Trials"
+# The longest first, and one more at a time than there are cores: they wait a good part of their time.
+trial "Window on a screen" tests/gui/windows/window.sh "$bin/Burnwick.exe" "$native/burnwick-unit" "$native/burnwick-sample"
 for half in 0 1; do
     trial "Tests, half $((half + 1))" env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=$half tests/windows/programs.sh
 done
 ended
-trial "Installing and removing" tests/windows/setup.sh
+trial "clang-tidy" tests/windows/tidy.sh
 ended
-trial "Window on a screen" tests/gui/windows/window.sh "$bin/Burnwick.exe" "$native/burnwick-unit" "$native/burnwick-sample"
+trial "Installing and removing" tests/windows/setup.sh
 ended
 trial "Command line" tests/windows/command_line.sh
 ended
-trial "clang-tidy" tests/windows/tidy.sh
 ended
 ended
 [ "$failed" -eq 0 ] || {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "job/Job.h"
 #include "job/Product.h"
 #include "platform/MessageLoop.h"
 #include "platform/SerialDevice.h"
@@ -33,7 +34,8 @@ struct WindowServices {
     ShellIntegration& Shell;
     // The copies of the program that run under this title.
     std::function<std::unique_ptr<SingleInstance>(const std::string& title)> Copies;
-    std::function<std::unique_ptr<SerialDevice>()> NewDevice;
+    std::function<std::unique_ptr<SerialDevice>()> NewDevice;  // for trying the ports
+    burnwick::NewJob NewJob;
     std::function<std::unique_ptr<SleepInhibitor>(const std::string& why)> InhibitSleep;
 
     std::function<void()> Beep;

@@ -275,8 +275,8 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (watched == Ui_->txtDisplay && event->type() == QEvent::KeyPress) {
         const auto* const key = static_cast<QKeyEvent*>(event);
         // The way to stop a download when Cancel is disabled already; hidden on purpose.
-        if (Job_ && TransferMode == TransferModes::Download && Texts_.MovesBlocks && key->key() == Qt::Key_S
-            && key->modifiers() == Qt::ShiftModifier) {
+        if (JobRuns_ && TransferMode == TransferModes::Download && Texts_.MovesBlocks
+            && key->key() == Qt::Key_S && key->modifiers() == Qt::ShiftModifier) {
             Job_->Cancel();
             return true;
         }

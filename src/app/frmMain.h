@@ -9,7 +9,7 @@
 #include "app/WindowServices.h"
 #include "image/modBinFileInfo.h"
 #include "job/BoxTexts.h"
-#include "job/FlashJob.h"
+#include "job/Job.h"
 #include "job/RunTexts.h"
 #include "job/Summary.h"
 #include "job/TransferRate.h"
@@ -28,9 +28,9 @@ class frmMain;
 // The main window: the commands Download and Upload, what a run shows of itself, and the way to every other
 // dialog. Closing it ends the program.
 //
-// A run is a FlashJob, whose events the window turns into what it shows, and its question into a box. It is
-// synchronous: RunFlashCommand returns when the job has ended. Clicks, keys, timers and the job's events come
-// meanwhile, on the same thread, out of the message loop's Yield.
+// A run is a job, whose events the window turns into what it shows, and its question into a box.
+// RunFlashCommand returns when the job has begun; its events come out of the event loop, on the window's
+// thread.
 class frmMain final : public QMainWindow {
     Q_OBJECT
 
@@ -48,8 +48,8 @@ public:
     // Ends the program; a run in progress is cancelled first.
     void Unload();
 
-    // True from the click that starts a run until its result is shown.
-    bool IsRunning() const { return Running_; }
+    // True while the unit is programmed or read.
+    bool IsRunning() const { return JobRuns_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -93,7 +93,8 @@ private:
     void cmdQuit_Click();
     void DownloadFile(const std::string& path);
     void RunFlashCommand();
-    void Run();
+    bool BeginRun();
+    void EndCommand();
     bool ChooseFile();
     bool ChooseImage();
     bool ChooseUploadFile();
@@ -102,6 +103,7 @@ private:
     void PrepareWindow();
     FlashOrder Order() const;
     void AskForVerification();
+    void EndOfJob(const JobResult& job);
     void EndOfRun(const JobResult& job);
     void EndOfVerification(const JobResult& job);
     void CallUser();
@@ -146,7 +148,8 @@ private:
     std::unique_ptr<SingleInstance> Copies_;
 
     MSComm MSComm1;
-    std::unique_ptr<FlashJob> Job_;  // while a run is on its way
+    std::unique_ptr<Job> Job_;  // of the latest run
+    std::unique_ptr<SleepInhibitor> Awake_;
     std::unique_ptr<Timer> tmrStatus;
     std::unique_ptr<Timer> tmrTimeOut;
     std::unique_ptr<Timer> tmrFlashWindow;
@@ -159,7 +162,8 @@ private:
     std::int16_t UploadBlocks = 0;
     std::string ImageFileName;
 
-    bool Running_ = false;
+    bool Running_ = false;  // from the click that starts a run until its result has been shown
+    bool JobRuns_ = false;
     bool Unloading_ = false;      // leaving is the user's own wish, not the window manager's
     bool CloseWhenDone_ = false;  // the window closes when the run has ended
     RunTexts Texts_;              // of the latest run; labels and display show them

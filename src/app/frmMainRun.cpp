@@ -1,5 +1,4 @@
 // A run from the user's click to its result.
-#include <exception>
 #include <system_error>
 #include <utility>
 
@@ -63,7 +62,7 @@ void frmMain::cmdQuit_Click() {
 }
 
 void frmMain::CancelRun() {
-    if (Job_) {
+    if (JobRuns_) {
         Job_->Cancel();
     }
 }
@@ -75,32 +74,34 @@ void frmMain::RunFlashCommand() {
     Running_ = true;
     Texts_ = {};
     Result_ = {};
-    try {
-        Run();
-    } catch (const std::exception& error) {
-        ReportUnforeseen(error.what(), Result_);
-    }
-    Job_.reset();
-    Running_ = false;
-    ChosenFile_.clear();
-    if (CloseWhenDone_) {
-        Unload();
+    if (!BeginRun()) {
+        EndCommand();
     }
 }
 
-void frmMain::Run() {
+// False when there is nothing to run.
+bool frmMain::BeginRun() {
     if (MSComm1.PortOpen()) {
         MSComm1.SetPortOpen(false);
     }
     SetCaption(Title_);
     if (!ChooseFile()) {
-        return;
+        return false;
     }
-    const auto awake = Services_.InhibitSleep("A unit's flash memory is being programmed or read");
     PrepareWindow();
-    Job_ = std::make_unique<FlashJob>(Services_.Loop, Services_.NewDevice(), Order(),
-                                      [this](const JobEvent& event) { Show(event); });
-    Job_->Run();
+    Awake_ = Services_.InhibitSleep("A unit's flash memory is being programmed or read");
+    Job_ = Services_.NewJob(Order(), [this](const JobEvent& event) { Show(event); });
+    JobRuns_ = true;
+    Job_->Start();
+    return true;
+}
+
+void frmMain::EndCommand() {
+    Running_ = false;
+    ChosenFile_.clear();
+    if (CloseWhenDone_) {
+        Unload();
+    }
 }
 
 bool frmMain::ChooseFile() {
@@ -219,16 +220,21 @@ void frmMain::CallUser() {
     }
 }
 
-void frmMain::EndOfRun(const JobResult& job) {
+void frmMain::EndOfJob(const JobResult& job) {
+    JobRuns_ = false;
+    Awake_.reset();
     Result_ = job.Transfer;
     if (!job.Unforeseen.empty()) {
         ReportUnforeseen(job.Unforeseen, job.Transfer);
-        return;
-    }
-    if (job.Transfer.PortError) {
+    } else if (job.Transfer.PortError) {
         TrapCommError(*job.Transfer.PortError);
-        return;
+    } else {
+        EndOfRun(job);
     }
+    EndCommand();
+}
+
+void frmMain::EndOfRun(const JobResult& job) {
     if (job.VerificationBegun) {
         EndOfVerification(job);
     }

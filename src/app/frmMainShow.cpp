@@ -30,7 +30,7 @@ void frmMain::Show(const JobEvent& event) {
                    [this](const VerificationBegins&) { BeginVerification(); },
                    [this](const ComparisonBegins&) { BeginComparison(); },
                    [this](const VerificationEnds& end) { Append(Texts_.EndVerification(end.Result)); },
-                   [this](const JobResult& job) { EndOfRun(job); },
+                   [this](const JobResult& job) { EndOfJob(job); },
                },
                event);
 }

@@ -10,6 +10,7 @@
 
 #include "ProductData.h"
 #include "app/frmMain.h"
+#include "job/JobThread.h"
 #include "job/ListedFile.h"
 #include "platform/Attention.h"
 #include "platform/Interrupt.h"
@@ -62,6 +63,12 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .Shell = shell,
         .Copies = CopiesOf,
         .NewDevice = NewSerialDevice,
+        .NewJob =
+            [&loop](const FlashOrder& order, JobEvents take) {
+                return std::make_unique<JobThread>(
+                    loop, JobTools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }}, order,
+                    std::move(take));
+            },
         .InhibitSleep = InhibitSleep,
         .Beep = [] { QApplication::beep(); },
         .Flash = [](QWidget* window) { AskForAttention(window->winId()); },

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 
+#include "job/Job.h"
 #include "platform/MessageLoop.h"
 #include "platform/SerialDevice.h"
 #include "platform/SleepInhibitor.h"
@@ -23,8 +24,9 @@ struct Environment {
     MessageLoop& Loop;
     ReadSetting Setting;
     WriteSetting Store;
-    std::filesystem::path ProgramFolder;  // of the log and the verification file
-    std::function<std::unique_ptr<SerialDevice>()> NewDevice;
+    std::filesystem::path ProgramFolder;                       // of the log and the verification file
+    std::function<std::unique_ptr<SerialDevice>()> NewDevice;  // for trying the ports
+    burnwick::NewJob NewJob;
     // From now on Ctrl+C and its like are handed to `request`, inside the loop's Yield, and end nothing.
     std::function<void(std::function<void()> request)> CatchInterrupts;
     std::function<std::unique_ptr<SleepInhibitor>(const std::string& why)> InhibitSleep;

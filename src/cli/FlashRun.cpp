@@ -1,5 +1,7 @@
 #include "cli/FlashRun.h"
 
+#include <chrono>
+#include <optional>
 #include <utility>
 #include <variant>
 
@@ -121,21 +123,25 @@ bool FlashRun::ChoosePort(FlashOrder& order) {
 }
 
 JobResult FlashRun::RunJob(const FlashOrder& order) {
-    JobResult result;
+    constexpr auto untilAnEvent = std::chrono::hours(1);
+    std::optional<JobResult> result;
     Console_.BeginTransfer();
-    FlashJob job(Environment_.Loop, Environment_.NewDevice(), order, [&](const JobEvent& event) {
+    const auto job = Environment_.NewJob(order, [&](const JobEvent& event) {
         if (const auto* const end = std::get_if<JobResult>(&event)) {
             result = *end;
         } else {
             Console_.Show(event);
         }
     });
-    Environment_.CatchInterrupts([&job] { job.Cancel(); });
+    Environment_.CatchInterrupts([&job] { job->Cancel(); });
     const auto awake = Environment_.InhibitSleep("A unit's flash memory is being programmed or read");
-    job.Run();
-    Console_.EndTransfer(result.LastRun());
-    TakeResult(order, result);
-    return result;
+    job->Start();
+    while (!result) {
+        Environment_.Loop.Yield(untilAnEvent);
+    }
+    Console_.EndTransfer(result->LastRun());
+    TakeResult(order, *result);
+    return *result;
 }
 
 void FlashRun::TakeResult(const FlashOrder& order, const JobResult& job) {

@@ -1,6 +1,8 @@
 #include <iostream>
+#include <utility>
 
 #include "cli/CommandLine.h"
+#include "job/JobThread.h"
 #include "platform/Interrupt.h"
 #include "platform/ProcessText.h"
 #include "platform/ProgramFolder.h"
@@ -36,6 +38,12 @@ int main(int argc, char* argv[]) {
         .Store = modUtility::WriteIniValue,
         .ProgramFolder = folder,
         .NewDevice = NewSerialDevice,
+        .NewJob =
+            [&loop](const FlashOrder& order, JobEvents take) {
+                return std::make_unique<JobThread>(
+                    *loop, JobTools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }}, order,
+                    std::move(take));
+            },
         .CatchInterrupts =
             [&loop](auto request) { Caught = CatchInterrupts(*loop, std::move(request)).release(); },
         .InhibitSleep = InhibitSleep,

@@ -44,6 +44,10 @@ int CliTest::Run(const std::vector<std::string>& arguments) {
                         const std::string& value) { Settings[section + "/" + key] = value; },
         .ProgramFolder = Folder.Path() / "home",
         .NewDevice = [this] { return NewDevice(); },
+        .NewJob =
+            [this](const FlashOrder& order, JobEvents take) {
+                return std::make_unique<InlineJob>(Loop, NewDevice(), order, std::move(take));
+            },
         .CatchInterrupts = [this](std::function<void()> request) { Interrupt_ = std::move(request); },
         .InhibitSleep =
             [this](const std::string& why) {

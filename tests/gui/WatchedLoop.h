@@ -23,10 +23,13 @@ public:
         return Loop_.NewTimer(interval, std::move(tick));
     }
     std::unique_ptr<Watch> WatchInput(WaitHandle handle, std::function<void()> ready) override {
-        return Loop_.WatchInput(handle, std::move(ready));
+        return Loop_.WatchInput(handle, [this, ready = std::move(ready)] {
+            ready();
+            Look();
+        });
     }
 
-    // Called after each Yield.
+    // Called after each Yield, and after each callback of a watch.
     std::function<void()> Look = [] {};
 
 protected:

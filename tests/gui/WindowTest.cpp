@@ -63,6 +63,10 @@ WindowTest::WindowTest()
                                                     [this](auto come) { ComeForward = std::move(come); });
             },
         .NewDevice = [this] { return NewDevice(); },
+        .NewJob =
+            [this](const FlashOrder& order, JobEvents take) {
+                return std::make_unique<InlineJob>(GuiLoop_, NewDevice(), order, std::move(take));
+            },
         .InhibitSleep = [this](const std::string&) { return std::make_unique<Awake>(AwakeNow); },
         .Beep = [this] { ++Beeps; },
         .Flash = [this](QWidget*) { ++Flashes; },

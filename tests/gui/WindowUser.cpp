@@ -48,10 +48,14 @@ void WindowUser::Upload(int chip, const std::string& path) {
 
 void WindowUser::Click(const char* button) const {
     QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+    if (button == std::string("cmdDownload") || button == std::string("cmdUpload")) {
+        AwaitEndOfRun();
+    }
 }
 
 void WindowUser::Trigger(const char* command) const {
     Find<QAction>(command)->trigger();
+    AwaitEndOfRun();
 }
 
 void WindowUser::WhenStatus(const std::string& begins, std::function<void()> action) {

@@ -32,6 +32,7 @@ protected:
     // The user chooses this file behind Download, or this size and file behind Upload.
     void Download(const std::string& path);
     void Upload(int chip, const std::string& path);
+    // A click that starts a run returns when the run has ended.
     void Click(const char* button) const;
     void Trigger(const char* command) const;
     // Does something when the status first begins so.
@@ -50,6 +51,8 @@ protected:
     std::string BarText() const;
     bool IsIdle() const;
     std::string LogText() const;
+    // Waits until the window is idle again. In virtual time it is, as soon as a click returns.
+    virtual void AwaitEndOfRun() const {}
     // Saves a picture of the window.
     void Picture(const std::string& name) const;
 

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "gui/FakeDesktop.h"
 #include "gui/WatchedLoop.h"
 #include "gui/WindowUser.h"
+#include "job/JobThread.h"
 #include "platform/SerialDevice.h"
 #include "platform/System.h"
 #include "platform/WindowLoop.h"
@@ -25,6 +28,15 @@ protected:
         Loop_.Look = [this] { LookAtStatus(); };
     }
     ~frmMainRealLine() override { Window.reset(); }
+
+    void AwaitEndOfRun() const override {
+        const auto isOver = [this] { return !Window->IsRunning() && IsIdle(); };
+        for (const auto limit = RealLoop_->MillisecondClock() + std::chrono::minutes(2);
+             !isOver() && RealLoop_->MillisecondClock() < limit;) {
+            RealLoop_->Yield(std::chrono::milliseconds(50));
+        }
+        EXPECT_TRUE(isOver());
+    }
 
     // The program is started, its COM1 is this device.
     void StartAt(const std::string& device) {
@@ -61,6 +73,12 @@ private:
                 return std::make_unique<FakeCopies>(false, false, [](const std::function<void()>&) {});
             },
         .NewDevice = NewSerialDevice,
+        .NewJob =
+            [this](const FlashOrder& order, JobEvents take) {
+                return std::make_unique<JobThread>(
+                    Loop_, JobTools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }}, order,
+                    std::move(take));
+            },
         .InhibitSleep = [](const std::string&) { return nullptr; },
         .Beep = [] {},
         .Flash = [](QWidget*) {},

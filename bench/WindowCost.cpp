@@ -11,10 +11,8 @@
 #include <vector>
 
 #include "bench/ChildProcess.h"
-#include "bench/LinkRun.h"
 #include "bench/LogCost.h"
 #include "bench/Measurements.h"
-#include "bench/OneCore.h"
 #include "bench/Peer.h"
 #include "bench/TestImage.h"
 #include "bench/WindowRun.h"
@@ -28,17 +26,14 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-constexpr double LongestPause = 50;  // milliseconds
-constexpr double HighestRatio = 2.0;
+constexpr double LongestPause = 50;   // milliseconds
 constexpr double LongestStart = 400;  // milliseconds
 constexpr double LongestSecondCopy = 1000;
 constexpr double MostWhileIdle = 0.5;  // % of a core
 constexpr double MostWhileWaiting = 2;
 
 constexpr std::size_t ImageSize = 1024UL * 1024;
-constexpr int Pairs = 5;
 constexpr int Starts = 10;
-constexpr auto RestBefore = 500ms;
 constexpr auto IdleTime = 5s;
 constexpr auto WaitingTime = 10s;
 constexpr auto SettlingTime = 1s;
@@ -70,25 +65,6 @@ Figure MeasurePause(const fs::path& folder, const fs::path& image) {
                   LongestPause, {1, " ms"});
 }
 
-Figures MeasureRepaints(const fs::path& folder, const fs::path& image) {
-    std::vector<double> windows;
-    std::vector<double> links;
-    std::vector<double> ratios;
-    for (int pair = 0; pair < Pairs; ++pair) {
-        std::this_thread::sleep_for(RestBefore);
-        const OneCore oneCore;
-        const UnitProcess unit({"--ident", "I"});
-        const auto link = RunLink({burnwick::Method::Download, unit.Device(), "115200", image.string(), 0});
-        const auto window = BenchWindow(folder / "repaints", unit.Device()).Download(image);
-        links.push_back(Milliseconds(link.Transfer).count());
-        windows.push_back(Milliseconds(window).count());
-        ratios.push_back(window / link.Transfer);
-    }
-    return {AtMost("a download in the window, unpaced, against the link alone", Median(ratios), HighestRatio,
-                   {2, " times"}),
-            Told("  the window", Median(windows), {0, " ms"}), Told("  the link", Median(links), {0, " ms"})};
-}
-
 Seconds ProcessorTime() {
     timespec used{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
@@ -115,8 +91,6 @@ Figures MeasureRuns(const fs::path& folder) {
     const auto image = folder / "window.bin";
     WriteMarkedImage(image, ImageSize);
     Figures figures{MeasurePause(folder, image)};
-    const auto repaints = MeasureRepaints(folder, image);
-    figures.insert(figures.end(), repaints.begin(), repaints.end());
     figures.push_back(MeasureWaiting(folder, image));
     const auto log = MeasureLogCost(folder);
     figures.insert(figures.end(), log.begin(), log.end());

@@ -10,11 +10,9 @@
 #include <array>
 #include <chrono>
 
-#include "app/PaintLimit.h"
 #include "app/modSystemMenu.h"
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
-#include "forms/TextDrag.h"
 #include "image/modBinFileInfo.h"
 #include "job/LogOption.h"
 #include "job/RecentFiles.h"
@@ -66,7 +64,6 @@ frmMain::frmMain(WindowServices& services)
       Title_(services.Product.Title) {
     Ui_->setupUi(this);
     Layout();
-    new PaintLimit(this);
     ConnectCommands();
 }
 
@@ -82,7 +79,6 @@ void frmMain::Layout() {
                                     metrics.lineSpacing() * DisplayLines + border);
     Ui_->cmdQuit->installEventFilter(this);
     Ui_->txtDisplay->installEventFilter(this);
-    ForbidTextDrag(*Ui_->txtDisplay);
     Ui_->lblRate->setMinimumWidth(fontMetrics().horizontalAdvance("000.0 KB/s, 00:00 left"));
     QSizePolicy policy = Ui_->lblTiming->sizePolicy();
     policy.setRetainSizeWhenHidden(true);

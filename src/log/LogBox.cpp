@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "forms/TextDrag.h"
 
 namespace burnwick {
 
@@ -33,7 +32,6 @@ LogBox::LogBox(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
     setUndoRedoEnabled(false);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    ForbidTextDrag(*this);
     connect(&Filling_, &QTimer::timeout, this, &LogBox::Fill);
 }
 

@@ -14,7 +14,6 @@
 
 #include "forms/AccessibleAs.h"
 #include "forms/FormParts.h"
-#include "forms/TextDrag.h"
 #include "platform/Utf8Path.h"
 #include "tools/HelpPage.h"
 #include "tools/WebEmail.h"
@@ -90,7 +89,6 @@ frmHelp::frmHelp(const std::filesystem::path& helpFile, bool isOEM, OpenHelpLink
     Ui_->lblFound->setMinimumWidth(fontMetrics().horizontalAdvance("0000 of 0000"));
     Ui_->txtPage->setDocument(&Document_);
     Ui_->txtPage->viewport()->installEventFilter(this);
-    ForbidTextDrag(*Ui_->txtPage);
     ConnectCommands();
     AddShortcuts();
     const HelpPage page = ReadHelpFile(helpFile);

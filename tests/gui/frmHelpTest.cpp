@@ -254,16 +254,6 @@ TEST_F(frmHelpTest, CallsItsControlsByTheirNames) {
     }
 }
 
-// A drag has an event loop of its own, in which no block of a run is sent.
-TEST_F(frmHelpTest, LetsNoTextBeDragged) {
-    Open();
-    Page().selectAll();
-    QTest::mousePress(Page().viewport(), Qt::LeftButton, {}, QPoint(40, 60));
-    EXPECT_FALSE(Page().textCursor().hasSelection());
-    QTest::mouseRelease(Page().viewport(), Qt::LeftButton, {}, QPoint(40, 60));
-    EXPECT_FALSE(FindBox().dragEnabled());
-}
-
 TEST_F(frmHelpTest, StaysWhereItIsWhenItIsClicked) {
     Open();
     FindBox().setText("Burnwick");

@@ -170,31 +170,6 @@ TEST_F(frmMainRun, IsNotMarkedAnyMoreAfterTheUnitHasDied) {
     EXPECT_EQ(Settings["Status/Programming"], "No");
 }
 
-TEST_F(frmMainRun, IsNotHeldUpByTextThatIsDraggedOutOfTheDisplay) {
-    const auto drag = [this](Qt::KeyboardModifiers modifiers) {
-        auto* const display = Find<QPlainTextEdit>("txtDisplay");
-        display->selectAll();
-        const auto send = [display, modifiers](QEvent::Type type, QPoint at, Qt::MouseButton button) {
-            QMouseEvent event(type, at, display->viewport()->mapToGlobal(at), button,
-                              type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, modifiers);
-            QApplication::sendEvent(display->viewport(), &event);
-        };
-        send(QEvent::MouseButtonPress, {20, 10}, Qt::LeftButton);
-        send(QEvent::MouseMove, {80, 30}, Qt::NoButton);
-        send(QEvent::MouseMove, {200, 60}, Qt::NoButton);
-        // Another selection has begun where the old one would have been carried off.
-        EXPECT_LT(display->textCursor().selectedText().size(), display->toPlainText().size() - 50);
-        send(QEvent::MouseButtonRelease, {200, 60}, Qt::LeftButton);
-    };
-    ConnectUnitOfSize(ImageSize);
-    Start();
-    WhenStatus("Sending block 300", [&] { drag(Qt::NoModifier); });
-    WhenStatus("Sending block 400", [&] { drag(Qt::ControlModifier); });
-    WhenStatus("Sending block 500", [&] { drag(Qt::AltModifier); });
-    Download(Image());
-    EXPECT_EQ(Status(), Programmed);
-}
-
 TEST_F(frmMainRun, KeepsTheComputerAwake) {
     ConnectUnitOfSize(ImageSize);
     Start();

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTimer>
+#include <QToolTip>
 #include <array>
 #include <chrono>
 
@@ -187,20 +188,35 @@ void frmMain::Unload() {
 
 void frmMain::closeEvent(QCloseEvent* event) {
     event->ignore();
+    if (!Unloading_ && SendsBlocks()) {
+        RefuseToClose();
+        return;
+    }
     if (!Unloading_ && SystemMenu_ && SystemMenu_->CloseIsGreyed()) {
         return;
     }
     if (Running_) {
         CloseWhenDone_ = true;
-        // What Cancel may not do any more, the window manager may not either: a unit that is half programmed
-        // does not start. Whoever ends the program for good knows that.
-        if (Unloading_ || Ui_->cmdQuit->isEnabled() || TransferMode == TransferModes::Upload) {
-            CancelRun();
-        }
+        CancelRun();
         return;
     }
     Form_Unload();
     event->accept();
+}
+
+// True while Cancel is disabled: a unit that is half programmed does not start any more.
+bool frmMain::SendsBlocks() const {
+    return JobRuns_ && TransferMode == TransferModes::Download && !Texts_.Verifying
+           && !Ui_->cmdQuit->isEnabled();
+}
+
+void frmMain::RefuseToClose() {
+    Services_.Beep();
+    const QWidget& cancel = *Ui_->cmdQuit;
+    QToolTip::showText(cancel.mapToGlobal(QPoint(0, cancel.height())),
+                       "The unit is being programmed, and does not start again if that is broken off.\n"
+                       "Close the window when the programming has ended.",
+                       this);
 }
 
 void frmMain::Form_Unload() {

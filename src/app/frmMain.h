@@ -64,6 +64,8 @@ private:
     void Layout();
     void ConnectCommands();
     QAction* RecentEntry(int index) const;
+    bool SendsBlocks() const;
+    void RefuseToClose();
     void Form_Unload();
     void FillMissingSettings() const;
     void CheckStartupPort();

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 #include <QWindow>
 #include <filesystem>
 #include <fstream>
@@ -37,17 +38,30 @@ TEST_F(frmMainClose, CloseIsGreyedWhileBlocksAreSent) {
     EXPECT_EQ(Status(), Programmed);
 }
 
-TEST_F(frmMainClose, AnUngreyedCloseDoesNotCancelTheSendingOfBlocksAndClosesAtItsEnd) {
+TEST_F(frmMainClose, IsRefusedWithItsReasonWhileBlocksAreSentWhateverCloseShowsAndNotDoneLater) {
     ConnectUnitOfSize(ImageSize);
     Start();
     DownloadAndAnswer(QMessageBox::Yes);
     Settings["Options/Verify"] = "0";
     WhenStatus("Sending block 300", [this] {
         EXPECT_FALSE(CloseIsGreyed());
+        Beeps = 0;
         Window->close();
+        EXPECT_EQ(Beeps, 1);
+        EXPECT_THAT(QToolTip::text().toStdString(), HasSubstr("The unit is being programmed"));
     });
     Download(Image());
     EXPECT_EQ(Status(), Programmed);
+    EXPECT_TRUE(Window->isVisible());
+    QToolTip::hideText();
+}
+
+TEST_F(frmMainClose, AProgramThatIsEndedCancelsTheSendingOfBlocks) {
+    ConnectUnitOfSize(ImageSize);
+    Start();
+    WhenStatus("Sending block 300", [this] { Window->Unload(); });
+    Download(Image());
+    EXPECT_EQ(Status(), "Programming was canceled.");
     EXPECT_FALSE(Window->isVisible());
 }
 

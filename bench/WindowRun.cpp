@@ -100,14 +100,7 @@ private:
         .Shell = *Shell_,
         .Copies = [](const std::string&) { return burnwick::CopiesNamed("burnwick-figures"); },
         .NewDevice = burnwick::NewSerialDevice,
-        .NewJob =
-            [this](const burnwick::FlashOrder& order, burnwick::JobEvents take) {
-                return std::make_unique<burnwick::JobThread>(
-                    *Loop_,
-                    burnwick::JobTools{burnwick::NewSystemLoop,
-                                       [](burnwick::MessageLoop&) { return burnwick::NewSerialDevice(); }},
-                    order, std::move(take));
-            },
+        .NewJob = burnwick::NewJobThread(*Loop_),
         .InhibitSleep = [](const std::string&) { return nullptr; },
         .Beep = [this] { End_ = Clock::now(); },
         .Flash = [](QWidget*) {},

@@ -1,4 +1,5 @@
 // A run from the user's click to its result.
+#include <exception>
 #include <system_error>
 #include <utility>
 
@@ -74,7 +75,14 @@ void frmMain::RunFlashCommand() {
     Running_ = true;
     Texts_ = {};
     Result_ = {};
-    if (!BeginRun()) {
+    try {
+        if (!BeginRun()) {
+            EndCommand();
+        }
+    } catch (const std::exception& error) {
+        JobRuns_ = false;
+        Awake_.reset();
+        ReportUnforeseen(error.what(), Result_);
         EndCommand();
     }
 }

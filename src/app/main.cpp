@@ -63,12 +63,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .Shell = shell,
         .Copies = CopiesOf,
         .NewDevice = NewSerialDevice,
-        .NewJob =
-            [&loop](const FlashOrder& order, JobEvents take) {
-                return std::make_unique<JobThread>(
-                    loop, JobTools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }}, order,
-                    std::move(take));
-            },
+        .NewJob = NewJobThread(loop),
         .InhibitSleep = InhibitSleep,
         .Beep = [] { QApplication::beep(); },
         .Flash = [](QWidget* window) { AskForAttention(window->winId()); },

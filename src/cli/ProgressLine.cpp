@@ -32,8 +32,9 @@ void ProgressLine::ShowBlock(std::chrono::milliseconds now, int block, int total
     Rate_.Add(now, block, totalBlock);
     Percent_ = std::clamp(block * 100 / totalBlock, Percent_, 100);
     if (Columns_ == 0) {
-        if (Percent_ / 10 > ToldTens_) {
-            ToldTens_ = Percent_ / 10;
+        // Progress that was superseded leaves no line out.
+        while (ToldTens_ < Percent_ / 10) {
+            ++ToldTens_;
             Err_ << ToldTens_ * 10 << " %\n" << std::flush;
         }
     } else if (now - LastDrawn_ >= RedrawInterval || block == totalBlock) {

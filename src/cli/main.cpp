@@ -38,12 +38,7 @@ int main(int argc, char* argv[]) {
         .Store = modUtility::WriteIniValue,
         .ProgramFolder = folder,
         .NewDevice = NewSerialDevice,
-        .NewJob =
-            [&loop](const FlashOrder& order, JobEvents take) {
-                return std::make_unique<JobThread>(
-                    *loop, JobTools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }}, order,
-                    std::move(take));
-            },
+        .NewJob = NewJobThread(*loop),
         .CatchInterrupts =
             [&loop](auto request) { Caught = CatchInterrupts(*loop, std::move(request)).release(); },
         .InhibitSleep = InhibitSleep,

@@ -4,6 +4,8 @@
 #include <utility>
 #include <variant>
 
+#include "platform/System.h"
+
 namespace burnwick {
 
 namespace {
@@ -83,6 +85,13 @@ void JobThread::TakeResult(JobResult result) {
         result.Unforeseen = Unforeseen_;
     }
     Take_(result);
+}
+
+NewJob NewJobThread(MessageLoop& owner) {
+    return [&owner](const FlashOrder& order, JobEvents take) {
+        const JobTools tools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }};
+        return std::make_unique<JobThread>(owner, tools, order, std::move(take));
+    };
 }
 
 }  // namespace burnwick

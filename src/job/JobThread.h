@@ -52,4 +52,7 @@ private:
     std::thread Thread_;
 };
 
+// Makes jobs with threads of their own, on the system's loop and serial ports.
+NewJob NewJobThread(MessageLoop& owner);
+
 }  // namespace burnwick

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <utility>
 
-
 namespace burnwick {
 
 namespace {

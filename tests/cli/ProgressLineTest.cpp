@@ -110,6 +110,14 @@ TEST_F(ProgressLine, IsALineEveryTenPercentWithoutATerminal) {
     EXPECT_EQ(Written(), "10 %\n20 %\n30 %\n40 %\n50 %\n60 %\n70 %\n80 %\n90 %\n100 %\n");
 }
 
+TEST_F(ProgressLine, LeavesNoLineOutWhereBlocksAreSkipped) {
+    cli::ProgressLine line(Err, 0, false);
+    line.ShowBlock(0ms, 0, 1000);
+    line.ShowBlock(1s, 250, 1000);
+    line.ShowBlock(2s, 1000, 1000);
+    EXPECT_EQ(Written(), "10 %\n20 %\n30 %\n40 %\n50 %\n60 %\n70 %\n80 %\n90 %\n100 %\n");
+}
+
 TEST_F(ProgressLine, ShowsNoTextWithoutATerminal) {
     cli::ProgressLine line(Err, 0, false);
     line.ShowText("Waiting");

@@ -88,7 +88,7 @@ it_is_on_the_screen_while_it_waits_for_the_unit() {
 }
 
 its_caption_follows_the_run() {
-    start_fast_unit
+    start_slow_unit
     hold_unit
     start_program "$station/image.bin"
     # Not that of a window which is not the active one yet.

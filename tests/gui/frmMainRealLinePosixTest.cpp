@@ -16,6 +16,7 @@ using ::testing::SizeIs;
 class frmMainRealLinePosix : public frmMainRealLine {};
 
 TEST_F(frmMainRealLinePosix, AUnitThatIsGoneInMidRunIsATransmittingError) {
+    JobsHaveThreads = false;
     UnitProgram unit;
     StartAt(unit.Line());
     WhenStatus("Sending block", [&] { unit.Kill(); });

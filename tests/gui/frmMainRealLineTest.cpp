@@ -71,6 +71,7 @@ TEST_F(frmMainRealLine, ADownloadIsVerified) {
 }
 
 TEST_F(frmMainRealLine, AClickIsHandledWhileBlocksMove) {
+    JobsHaveThreads = false;
     const UnitProgram unit;
     StartAt(unit.Line());
     QPushButton elsewhere;
@@ -83,6 +84,7 @@ TEST_F(frmMainRealLine, AClickIsHandledWhileBlocksMove) {
 }
 
 TEST_F(frmMainRealLine, AKeyStopsADownloadWhileBlocksMove) {
+    JobsHaveThreads = false;
     const UnitProgram unit;
     StartAt(unit.Line());
     WhenStatus("Sending block", [this] {

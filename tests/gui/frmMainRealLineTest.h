@@ -3,7 +3,6 @@
 #include <chrono>
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "gui/FakeDesktop.h"
 #include "gui/WatchedLoop.h"
@@ -51,7 +50,22 @@ protected:
         EXPECT_EQ(Status(), Programmed) << Display();
     }
 
+    // A job on the window's thread waits while a test does something in the middle of its run; one on its own
+    // goes on.
+    bool JobsHaveThreads = true;
+
 private:
+    std::unique_ptr<Job> JobFor(const FlashOrder& order, const JobEvents& take) {
+        const auto watched = [this, take](const JobEvent& event) {
+            take(event);
+            LookAtStatus();
+        };
+        if (JobsHaveThreads) {
+            return NewJobThread(Loop_)(order, watched);
+        }
+        return std::make_unique<InlineJob>(Loop_, NewSerialDevice(), order, watched);
+    }
+
     std::unique_ptr<MessageLoop> RealLoop_ = NewWindowLoop();
 
 protected:
@@ -73,12 +87,7 @@ private:
                 return std::make_unique<FakeCopies>(false, false, [](const std::function<void()>&) {});
             },
         .NewDevice = NewSerialDevice,
-        .NewJob =
-            [this](const FlashOrder& order, JobEvents take) {
-                return std::make_unique<JobThread>(
-                    Loop_, JobTools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }}, order,
-                    std::move(take));
-            },
+        .NewJob = [this](const FlashOrder& order, const JobEvents& take) { return JobFor(order, take); },
         .InhibitSleep = [](const std::string&) { return nullptr; },
         .Beep = [] {},
         .Flash = [](QWidget*) {},

@@ -443,6 +443,25 @@ TEST_F(frmMainRun, AnUnforeseenErrorIsShownAndLeavesTheWindowIdle) {
     EXPECT_EQ(Status(), Programmed);
 }
 
+TEST_F(frmMainRun, AnUnforeseenErrorBeforeTheJobIsShownAndLeavesTheWindowIdle) {
+    ConnectUnitOfSize(ImageSize);
+    Start();
+    OnStore = [](const std::string& key) {
+        if (key == "Path/LastPath") {
+            throw std::runtime_error("out of luck");
+        }
+    };
+    User.TypeFile(Image());
+    User.ClickInBox(QMessageBox::Ok);
+    Click("cmdDownload");
+    ASSERT_EQ(User.Boxes().size(), 1U);
+    EXPECT_EQ(User.Boxes().front().Text, "out of luck\n");
+    EXPECT_TRUE(IsIdle());
+    OnStore = [](const std::string&) {};
+    Download(Image());
+    EXPECT_EQ(Status(), Programmed);
+}
+
 TEST_F(frmMainRun, NotifiesOfItsOutcomeOnlyAUserWhoIsElsewhere) {
     ConnectUnitOfSize(ImageSize);
     Start();

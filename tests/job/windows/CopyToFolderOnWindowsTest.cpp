@@ -1,8 +1,8 @@
 #include <cstdlib>
 #include <thread>
 
-#include "platform/windows/UniqueHandle.h"
 #include "job/CopyToFolderTest.h"
+#include "platform/windows/UniqueHandle.h"
 
 // Attributes, files that programs keep to themselves, drives and long paths, as Windows has them.
 namespace burnwick::test {

@@ -86,10 +86,10 @@ void FlashJob::Upload() {
 }
 
 CommResult FlashJob::TestPort() {
-    if (const CommResult error = Port_.SetCommPort(Order_.Port)) {
+    if (CommResult error = Port_.SetCommPort(Order_.Port)) {
         return error;
     }
-    if (const CommResult error = Port_.SetPortOpen(true)) {
+    if (CommResult error = Port_.SetPortOpen(true)) {
         return error;
     }
     return Port_.SetPortOpen(false);

@@ -47,7 +47,7 @@ public:
     // Raises a JobResult last.
     void Run();
 
-    // Ends the run of the link in order, and lets no other one begin.
+    // Ends the run of the link in order; a verification is not offered any more.
     void Cancel();
 
     // Answers a VerificationOffer.

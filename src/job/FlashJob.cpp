@@ -7,6 +7,7 @@
 
 #include "image/modBinFileInfo.h"
 #include "platform/Utf8Path.h"
+#include "ports/modFindCOMPorts.h"
 
 namespace burnwick {
 
@@ -76,23 +77,13 @@ void FlashJob::Upload() {
     std::error_code ignored;
     const auto status = std::filesystem::symlink_status(Utf8Path(Order_.FileName), ignored);
     if (std::filesystem::exists(status)) {
-        if (const CommResult error = TestPort()) {
+        if (const CommResult error = modFindCOMPorts::TestPort(Port_, Order_.Port)) {
             Result_.Transfer.Outcome = Outcome::PortError;
             Result_.Transfer.PortError = error;
             return;
         }
     }
     Result_.Transfer = Transfer(Method::Upload, Order_.FileName, Order_.Blocks);
-}
-
-CommResult FlashJob::TestPort() {
-    if (CommResult error = Port_.SetCommPort(Order_.Port)) {
-        return error;
-    }
-    if (CommResult error = Port_.SetPortOpen(true)) {
-        return error;
-    }
-    return Port_.SetPortOpen(false);
 }
 
 bool FlashJob::WantsVerification() {

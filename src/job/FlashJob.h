@@ -61,7 +61,6 @@ private:
     void ReadBack();
     void Judge(const std::filesystem::path& readBack);
     const RunResult& Transfer(Method method, const std::string& file, std::int16_t blocks);
-    CommResult TestPort();
 
     MessageLoop& Loop_;
     FlashOrder Order_;

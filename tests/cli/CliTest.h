@@ -20,6 +20,9 @@
 
 namespace burnwick::test {
 
+// The size of the usual image, in bytes.
+inline constexpr std::size_t ImageSize = 262'144;
+
 // The command line in-process, with a simulated unit at its ports, in virtual time.
 class CliTest : public ::testing::Test {
 protected:

@@ -13,16 +13,14 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-constexpr std::size_t Size = 262'144;
-
 }  // namespace
 
 // What a run leaves in the activity log. The tests' clock begins on 11/20/2026 at 11:59:30 PM.
 class RunLog : public CliTest {
 protected:
-    std::string Image() { return Folder.Write("image.bin", SampleImage(Size)); }
+    std::string Image() { return Folder.Write("image.bin", SampleImage(ImageSize)); }
     int Download(std::vector<simulator::FaultOrder> faults = {}, bool verify = false) {
-        auto options = UnitOfSize(Size);
+        auto options = UnitOfSize(ImageSize);
         options.Faults = std::move(faults);
         Connect(std::move(options));
         std::vector<std::string> arguments{"download", Image(), "--port", "COM2"};
@@ -65,14 +63,14 @@ TEST_F(RunLog, HoldsWhatAVerificationFound) {
 }
 
 TEST_F(RunLog, TellsOfTheImageThatWasSentThoughTheFileHasChanged) {
-    Loop.At(Loop.Time() + 300ms, [this] { Folder.Write("image.bin", AnyBytes(Size)); });
+    Loop.At(Loop.Time() + 300ms, [this] { Folder.Write("image.bin", AnyBytes(ImageSize)); });
     EXPECT_EQ(Download(), 0);
     EXPECT_THAT(LogText(), HasSubstr("\r\nVersion: 4.10\r\n"));
 }
 
 TEST_F(RunLog, HoldsAnUploadWithWhatWasRead) {
-    auto options = UnitOfSize(Size);
-    options.Flash = SampleImage(Size);
+    auto options = UnitOfSize(ImageSize);
+    options.Flash = SampleImage(ImageSize);
     Connect(options);
     EXPECT_EQ(Run({"upload", Folder / "backup.bin", "--port", "COM2", "--chip", "2Mbit"}), 0);
     EXPECT_THAT(LogText(), StartsWith(Folder / "backup.bin" + "\r\nUploaded: 11/2"));
@@ -82,8 +80,8 @@ TEST_F(RunLog, HoldsAnUploadWithWhatWasRead) {
 }
 
 TEST_F(RunLog, HoldsAVerificationAloneWithItsResultAsTheStatus) {
-    auto options = UnitOfSize(Size);
-    options.Flash = SampleImage(Size);
+    auto options = UnitOfSize(ImageSize);
+    options.Flash = SampleImage(ImageSize);
     Connect(options);
     EXPECT_EQ(Run({"verify", Image(), "--port", "COM2"}), 0);
     EXPECT_THAT(LogText(), StartsWith(Folder / "image.bin" + "\r\nUploaded: "));
@@ -91,7 +89,7 @@ TEST_F(RunLog, HoldsAVerificationAloneWithItsResultAsTheStatus) {
 }
 
 TEST_F(RunLog, NeverCallsAVerificationThatFoundDifferencesASuccess) {
-    Connect(UnitOfSize(Size));
+    Connect(UnitOfSize(ImageSize));
     EXPECT_EQ(Run({"verify", Image(), "--port", "COM2"}), 7);
     EXPECT_THAT(LogText(), HasSubstr("\r\nStatus: Verifying error: "));
     EXPECT_THAT(LogText(), Not(HasSubstr("successfully")));

@@ -18,7 +18,6 @@ using ::testing::SizeIs;
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t Size = 262'144;
 constexpr auto PowerCycle = "Please power off, then power on the unit. Waiting...";
 constexpr auto Verified = "Verifying was successfully.";
 
@@ -28,12 +27,12 @@ class Verification : public CliTest {
 protected:
     // A unit that has its faults while it is read, and holds the image when `programmed`.
     void ConnectUnit(std::vector<simulator::FaultOrder> faults, bool programmed) {
-        auto options = UnitOfSize(Size);
-        options.Flash = programmed ? SampleImage(Size) : options.Flash;
+        auto options = UnitOfSize(ImageSize);
+        options.Flash = programmed ? SampleImage(ImageSize) : options.Flash;
         options.Faults = std::move(faults);
         Connect(std::move(options));
     }
-    std::string Image() { return Folder.Write("image.bin", SampleImage(Size)); }
+    std::string Image() { return Folder.Write("image.bin", SampleImage(ImageSize)); }
     int Download(std::vector<std::string> more = {}) {
         more.insert(more.begin(), {"download", Image(), "--port", "COM2", "--verify"});
         return Run(more);
@@ -109,7 +108,7 @@ TEST_F(Verification, ThatFindsADifferenceEndsWith7) {
 TEST_F(Verification, CountsTheDifferences) {
     ConnectUnit({}, true);
     const std::string image = Folder.Write("image.bin", [] {
-        Bytes bytes = SampleImage(Size);
+        Bytes bytes = SampleImage(ImageSize);
         for (const std::size_t at : std::initializer_list<std::size_t>{1'000, 2'000, 200'000}) {
             bytes[at] ^= std::byte{1};
         }
@@ -132,8 +131,8 @@ TEST_F(Verification, OfAnImageThatTheUnitHoldsEndsWith0) {
 }
 
 TEST_F(Verification, OfAnotherImageEndsWith7AndSaysWhatIsWrong) {
-    auto options = UnitOfSize(Size);
-    options.Flash = SampleImage(Size);
+    auto options = UnitOfSize(ImageSize);
+    options.Flash = SampleImage(ImageSize);
     Put(options.Flash, 0, {0xBC, 0x0D, 0xE1, 0x22});
     Connect(options);
     EXPECT_EQ(Verify({"--json"}), 7);
@@ -156,7 +155,7 @@ TEST_F(Verification, ThatSucceedsTellsZeroDifferencesInJson) {
 }
 
 TEST_F(Verification, ThatGetsNoAnswerIsNoSuccess) {
-    auto options = UnitOfSize(Size);
+    auto options = UnitOfSize(ImageSize);
     options.Announce = true;  // answers no probe
     Connect(options);
     EXPECT_EQ(Verify(), 1);
@@ -197,7 +196,7 @@ TEST_F(Verification, OfAProgrammingThatIsCanceledSaysThatItIsNotVerified) {
 
 TEST_F(Verification, RefusesWhatIsNoImage) {
     ConnectUnit({}, true);
-    const std::string foreign = Folder.Write("foreign.bin", AnyBytes(Size));
+    const std::string foreign = Folder.Write("foreign.bin", AnyBytes(ImageSize));
     EXPECT_EQ(Run({"verify", foreign, "--port", "COM2"}), 6);
     EXPECT_THAT(ErrLines(), SizeIs(1));
     EXPECT_THAT(Err(), HasSubstr("Invalid file format."));
@@ -258,17 +257,17 @@ TEST_F(Verification, ReplacesAFileThatWasLeftBehind) {
 }
 
 TEST_F(Verification, NeverTakesTheImageForTheVerificationFile) {
-    Connect(UnitOfSize(Size));
-    const std::string image = Folder.Write("home/Verify.tmp", SampleImage(Size));
+    Connect(UnitOfSize(ImageSize));
+    const std::string image = Folder.Write("home/Verify.tmp", SampleImage(ImageSize));
     EXPECT_EQ(Run({"verify", image, "--port", "COM2"}), 7);
     EXPECT_THAT(Out(), HasSubstr("Verify2.tmp"));
-    EXPECT_EQ(ReadFile(image), SampleImage(Size));
+    EXPECT_EQ(ReadFile(image), SampleImage(ImageSize));
 }
 
 TEST_F(Verification, DoesNotBlameTheUnitForAnImageThatHasChanged) {
     ConnectUnit({}, false);
     const std::string image = Image();
-    Loop.At(Loop.Time() + 300ms, [this] { Folder.Write("image.bin", AnyBytes(Size)); });
+    Loop.At(Loop.Time() + 300ms, [this] { Folder.Write("image.bin", AnyBytes(ImageSize)); });
     EXPECT_EQ(Run({"download", image, "--port", "COM2", "--verify"}), 6);
     EXPECT_THAT(ErrLines().back(), HasSubstr("is not what it was when the run began."));
     EXPECT_THAT(ErrLines().back(), Not(HasSubstr("Program the unit again")));

@@ -26,7 +26,7 @@ constexpr int Rounds = 15;
 constexpr auto RestBefore = std::chrono::milliseconds(500);
 constexpr std::size_t ImageSize = 1024UL * 1024;
 constexpr std::size_t AnswerLength = 4;
-constexpr double HighestRatio = 2.0;
+constexpr double HighestRatio = 1.3;
 constexpr int Patience = 5000;  // milliseconds
 
 void ReadAnswer(int line) {

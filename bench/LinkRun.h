@@ -15,9 +15,11 @@ struct LinkJob {
     int UploadBlocks = 0;
 };
 
+using Seconds = std::chrono::duration<double>;
+
 struct LinkTime {
     int Blocks = 0;
-    std::chrono::duration<double> Transfer{};  // from the sending of the first block to the last answer
+    Seconds Transfer{};  // from the sending of the first block to the last answer
 };
 
 // A run of the real link over the system's serial device and message loop, in this process. Throws, with what

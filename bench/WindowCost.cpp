@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "bench/AwakeCores.h"
 #include "bench/ChildProcess.h"
 #include "bench/LogCost.h"
 #include "bench/Measurements.h"
@@ -31,8 +32,10 @@ constexpr double LongestStart = 400;  // milliseconds
 constexpr double LongestSecondCopy = 1000;
 constexpr double MostWhileIdle = 0.5;  // % of a core
 constexpr double MostWhileWaiting = 2;
+constexpr double LongestBusyRun = 1.02;  // times that of an idle window
 
 constexpr std::size_t ImageSize = 1024UL * 1024;
+constexpr std::size_t PacedImageSize = 512UL * 256;  // twelve seconds
 constexpr int Starts = 10;
 constexpr auto IdleTime = 5s;
 constexpr auto WaitingTime = 10s;
@@ -65,6 +68,37 @@ Figure MeasurePause(const fs::path& folder, const fs::path& image) {
                   LongestPause, {1, " ms"});
 }
 
+using Handler = std::function<void(BenchWindow&, const burnwick::JobEvent&)>;
+
+// The time of a download at 115200 on a line of that speed, with a handler called after each event that the
+// window has taken.
+Seconds PacedDownload(const fs::path& folder, const Handler& handler) {
+    const auto image = folder / "paced.bin";
+    WriteMarkedImage(image, PacedImageSize);
+    const UnitProcess unit({"--pace", "--ident", "I"});
+    BenchWindow window(folder / "busy", unit.Device());
+    window.AfterEvent = [&](const burnwick::JobEvent& event) { handler(window, event); };
+    return window.Download(image);
+}
+
+Figures MeasureBusyWindow(const fs::path& folder) {
+    const AwakeCores awake;
+    const auto idle = PacedDownload(folder, [](BenchWindow&, const burnwick::JobEvent&) {});
+    const auto repainted =
+        PacedDownload(folder, [](BenchWindow& window, const burnwick::JobEvent&) { window.Repaint(); });
+    bool hasSlept = false;
+    const auto asleep = PacedDownload(folder, [&](BenchWindow&, const burnwick::JobEvent& event) {
+        if (!hasSlept && std::holds_alternative<burnwick::BlockProgress>(event)) {
+            hasSlept = true;
+            std::this_thread::sleep_for(10s);
+        }
+    });
+    return {AtMost("a download at 115200, window repainted at each event, against an idle one",
+                   repainted / idle, LongestBusyRun, {3, " times"}),
+            AtMost("a download at 115200, window's thread asleep for 10 s, against it", asleep / idle,
+                   LongestBusyRun, {3, " times"})};
+}
+
 Seconds ProcessorTime() {
     timespec used{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
@@ -92,6 +126,8 @@ Figures MeasureRuns(const fs::path& folder) {
     WriteMarkedImage(image, ImageSize);
     Figures figures{MeasurePause(folder, image)};
     figures.push_back(MeasureWaiting(folder, image));
+    const auto busy = MeasureBusyWindow(folder);
+    figures.insert(figures.end(), busy.begin(), busy.end());
     const auto log = MeasureLogCost(folder);
     figures.insert(figures.end(), log.begin(), log.end());
     return figures;

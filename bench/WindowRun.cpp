@@ -57,7 +57,8 @@ private:
 
 class BenchWindow::Parts {
 public:
-    Parts(std::filesystem::path folder, const std::string& device) : Folder_(std::move(folder)) {
+    Parts(const BenchWindow& owner, std::filesystem::path folder, const std::string& device)
+        : Owner_(owner), Folder_(std::move(folder)) {
         std::filesystem::create_directories(Folder_);
         burnwick::modUtility::SetIniPath(Folder_ / "Burnwick.ini");
         WriteIniValue("Ports", "COM1", device);
@@ -68,41 +69,41 @@ public:
     }
 
     burnwick::frmMain& Window() const { return *Window_; }
-    void Begin() {
-        First_ = {};
-        End_ = {};
-    }
-    Seconds Transfer() const { return End_ - First_; }
+    Seconds Transfer() const { return Transfer_; }
 
 private:
-    void Store(const std::string& section, const std::string& key, const std::string& value) {
-        // Written before the first block is sent.
-        if (section == "Status" && key == "Programming" && value == "Yes") {
-            First_ = Clock::now();
-        }
-        WriteIniValue(section, key, value);
+    std::unique_ptr<burnwick::Job> NewJob(const burnwick::FlashOrder& order,
+                                          const burnwick::JobEvents& take) {
+        return burnwick::NewJobThread(*Loop_)(order, [this, take](const burnwick::JobEvent& event) {
+            if (const auto* const result = std::get_if<burnwick::JobResult>(&event)) {
+                Transfer_ = result->Transfer.Elapsed.value_or(0ms);
+            }
+            take(event);
+            Owner_.AfterEvent(event);
+        });
     }
 
+    const BenchWindow& Owner_;
     std::filesystem::path Folder_;
-    Clock::time_point First_;
-    Clock::time_point End_;
-    std::unique_ptr<burnwick::MessageLoop> Loop_ = burnwick::NewWindowLoop();
+    Seconds Transfer_{};
+    std::unique_ptr<burnwick::EventLoop> Loop_ = burnwick::NewWindowLoop();
+    std::unique_ptr<burnwick::MessageLoop> PortLoop_ = burnwick::NewSystemLoop();
     std::unique_ptr<burnwick::ShellIntegration> Shell_ = burnwick::SystemShell();
     burnwick::WindowServices Services_{
         .Product = {.Title = "Burnwick"},
         .Trace = [](const std::string&) {},
         .Loop = *Loop_,
+        .PortLoop = *PortLoop_,
         .Setting = ReadIniValue,
-        .Store = [this](const auto& section, const auto& key,
-                        const auto& value) { Store(section, key, value); },
+        .Store = WriteIniValue,
         .ProgramFolder = Folder_,
         .Executable = Folder_ / "Burnwick",
         .Shell = *Shell_,
         .Copies = [](const std::string&) { return burnwick::CopiesNamed("burnwick-figures"); },
         .NewDevice = burnwick::NewSerialDevice,
-        .NewJob = burnwick::NewJobThread(*Loop_),
+        .NewJob = [this](const auto& order, const auto& take) { return NewJob(order, take); },
         .InhibitSleep = [](const std::string&) { return nullptr; },
-        .Beep = [this] { End_ = Clock::now(); },
+        .Beep = [] {},
         .Flash = [](QWidget*) {},
         .Notify = [](const std::string&, const std::string&) {},
     };
@@ -110,7 +111,7 @@ private:
 };
 
 BenchWindow::BenchWindow(std::filesystem::path folder, const std::string& device)
-    : Parts_(std::make_unique<Parts>(std::move(folder), device)) {
+    : Parts_(std::make_unique<Parts>(*this, std::move(folder), device)) {
     if (!Parts_->Window().Form_Load()) {
         throw std::runtime_error("the window does not load");
     }
@@ -126,7 +127,6 @@ Seconds BenchWindow::Download(const std::filesystem::path& image) {
 
 Seconds BenchWindow::Upload(const std::filesystem::path& file) {
     const UploadAnswers answers(file.string());
-    Parts_->Begin();
     Parts_->Window().findChild<QPushButton*>("cmdUpload")->click();
     AwaitEndOfRun();
     ExpectStatus("Uploading was completed successfully.");
@@ -143,6 +143,10 @@ void BenchWindow::WaitFor(const std::filesystem::path& image, std::chrono::milli
     ExpectStatus("Programming was canceled.");
 }
 
+void BenchWindow::Repaint() {
+    Parts_->Window().repaint();
+}
+
 bool BenchWindow::IsRunning() const {
     return !Parts_->Window().findChild<QPushButton*>("cmdDownload")->isEnabled();
 }
@@ -151,7 +155,6 @@ bool BenchWindow::IsRunning() const {
 void BenchWindow::ClickRecentFile(const std::filesystem::path& image) {
     auto* const entry = Parts_->Window().findChild<QAction*>("mnuFileMRF_1");
     entry->setText(QString::fromStdString("&1 " + image.string()));
-    Parts_->Begin();
     entry->trigger();
     AwaitEndOfRun();
 }

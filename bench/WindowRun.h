@@ -6,11 +6,10 @@
 #include <memory>
 #include <string>
 
-class QWidget;
+#include "bench/LinkRun.h"
+#include "job/JobEvent.h"
 
 namespace bench {
-
-using Seconds = std::chrono::duration<double>;
 
 // The main window in this process, on the real event loop, the system's serial device, and settings and log
 // in files; its runs are started as by its user. A run that does not end well throws, with what the window
@@ -23,10 +22,15 @@ public:
     BenchWindow& operator=(const BenchWindow&) = delete;
     ~BenchWindow();
 
-    // Each returns when the run has ended; the time is that from the sending of the first block until the
-    // link has closed its port.
+    // Each returns when the run has ended; the time is the link's own, of the transfer.
     Seconds Download(const std::filesystem::path& image);
     Seconds Upload(const std::filesystem::path& file);  // of 8 Mbit
+
+    // Called after each event of a job that the window has taken.
+    std::function<void(const burnwick::JobEvent& event)> AfterEvent = [](const burnwick::JobEvent&) {};
+
+    // The whole window, at once.
+    void Repaint();
 
     // Looks for its unit for so long, with another window in front, and is then cancelled.
     void WaitFor(const std::filesystem::path& image, std::chrono::milliseconds time);

@@ -25,7 +25,9 @@ struct WindowServices {
     bool Debug = false;         // the debug check box is there and ticked, and the link tells Trace all
     std::function<void(const std::string& line)> Trace{};
 
-    MessageLoop& Loop;
+    EventLoop& Loop;
+    // What a try of a port waits in: it handles no event of the window.
+    MessageLoop& PortLoop;
     ReadSetting Setting;
     WriteSetting Store;
     std::filesystem::path ProgramFolder;  // of the log and the verification file

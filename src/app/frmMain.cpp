@@ -45,6 +45,12 @@ std::string DraggedImage(const QMimeData& data) {
     return isImage ? path : std::string();
 }
 
+void KeepPlaceWhenHidden(QWidget& control) {
+    QSizePolicy policy = control.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    control.setSizePolicy(policy);
+}
+
 // A key that is still held down from a dialog, or the second click of a double one: a run was to be
 // cancelled, and not the program left as well.
 bool IsUnintended(const QEvent& event) {
@@ -57,7 +63,7 @@ bool IsUnintended(const QEvent& event) {
 frmMain::frmMain(WindowServices& services)
     : Services_(services),
       Ui_(std::make_unique<Ui::frmMain>()),
-      MSComm1(services.Loop, services.NewDevice(),
+      MSComm1(services.PortLoop, services.NewDevice(),
               [this](int port) { return DeviceOf(port, Services_.Setting); }),
       tmrStatus(services.Loop.NewTimer(800ms, [this] { tmrStatus_Timer(); })),
       tmrTimeOut(services.Loop.NewTimer(100ms, [this] { tmrTimeOut_Timer(); })),
@@ -81,9 +87,8 @@ void frmMain::Layout() {
     Ui_->cmdQuit->installEventFilter(this);
     Ui_->txtDisplay->installEventFilter(this);
     Ui_->lblRate->setMinimumWidth(fontMetrics().horizontalAdvance("000.0 KB/s, 00:00 left"));
-    QSizePolicy policy = Ui_->lblTiming->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    Ui_->lblTiming->setSizePolicy(policy);
+    KeepPlaceWhenHidden(*Ui_->lblStatus);
+    KeepPlaceWhenHidden(*Ui_->lblTiming);
     Ui_->lblTiming->hide();
     Ui_->chkDebug->setVisible(Services_.Debug);
     Ui_->chkDebug->setChecked(Services_.Debug);

@@ -209,7 +209,7 @@ bool frmMain::ShowSoftwareSummary(const std::string& path) {
     if (!modBinFileInfo::ReadTrouble(path).empty()) {
         return false;
     }
-    BinFileInfo = modBinFileInfo::GetBinFileInfo(path, [this] { Services_.Loop.Yield({}); });
+    BinFileInfo = modBinFileInfo::GetBinFileInfo(path);
     Summary_ = SummaryOf(BinFileInfo, Ui_->chkDebug->isChecked());
     ShowSummaryTexts();
     const bool named = BinFileInfo.Model != modBinFileInfo::NotAvailable;

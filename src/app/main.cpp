@@ -48,7 +48,8 @@ std::unique_ptr<burnwick::SingleInstance> CopiesOf(const std::string& title) {
     return burnwick::CopiesNamed(title + burnwick::EnvironmentText("BURNWICK_HOME"));
 }
 
-burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::ShellIntegration& shell) {
+burnwick::WindowServices ServicesOn(burnwick::EventLoop& loop, burnwick::MessageLoop& portLoop,
+                                    burnwick::ShellIntegration& shell) {
     using namespace burnwick;
     return {
         .Product = ProductData(),
@@ -56,6 +57,7 @@ burnwick::WindowServices ServicesOn(burnwick::MessageLoop& loop, burnwick::Shell
         .Debug = EnvironmentText("BURNWICK_DEBUG") == "1",
         .Trace = [](const std::string& line) { std::cerr << line << std::endl; },
         .Loop = loop,
+        .PortLoop = portLoop,
         .Setting = modUtility::ReadIniValue,
         .Store = modUtility::WriteIniValue,
         .ProgramFolder = ProgramFolder(),
@@ -98,8 +100,9 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(DesktopId);
     QApplication::setWindowIcon(ProgramIcon());
     const auto loop = NewWindowLoop();
+    const auto portLoop = NewSystemLoop();
     const auto shell = DesktopShell();
-    WindowServices services = ServicesOn(*loop, *shell);
+    WindowServices services = ServicesOn(*loop, *portLoop, *shell);
     modUtility::SetIniPath(services.ProgramFolder / "Burnwick.ini");
     frmMain window(services);
     KeepSessionInRuns(application, window);

@@ -35,8 +35,7 @@ std::string SystemTrouble(int number) {
 
 }  // namespace
 
-ImageFile::ImageFile(const std::string& fileName, const std::function<void()>& yield)
-    : Source_(Stream_, Open(fileName), yield) {}
+ImageFile::ImageFile(const std::string& fileName) : Source_(Stream_, Open(fileName)) {}
 
 // Gives the length.
 std::uint64_t ImageFile::Open(const std::string& fileName) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <fstream>
-#include <functional>
 #include <string>
 
 #include "image/ImageSource.h"
@@ -13,7 +12,7 @@ class ImageFile {
 public:
     // Opens a regular file of less than 2 GB. Anything else is left alone: it may be endless, or wait for
     // ever.
-    explicit ImageFile(const std::string& fileName, const std::function<void()>& yield = {});
+    explicit ImageFile(const std::string& fileName);
 
     ImageFile(const ImageFile&) = delete;
     ImageFile& operator=(const ImageFile&) = delete;

@@ -5,7 +5,6 @@
 namespace burnwick::modBinFileInfo {
 
 std::string ImageSource::ReadAt(std::uint64_t offset, std::size_t count) {
-    constexpr std::size_t longRead = 4096;
     if (offset >= Length_) {
         return {};
     }
@@ -17,9 +16,6 @@ std::string ImageSource::ReadAt(std::uint64_t offset, std::size_t count) {
     Stream_.read(bytes.data(), static_cast<std::streamsize>(wanted));
     bytes.resize(static_cast<std::size_t>(Stream_.gcount()));
     HasFailed_ = HasFailed_ || bytes.size() < wanted;
-    if (Yield_ && wanted >= longRead) {
-        Yield_();
-    }
     return bytes;
 }
 

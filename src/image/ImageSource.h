@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <istream>
 #include <string>
 
@@ -15,9 +14,8 @@ public:
     // What is read at once of a long range, at most.
     static constexpr std::size_t ChunkSize = 65'536;
 
-    // `length` is the image's; `yield` is called after each long read. The stream stays the caller's.
-    ImageSource(std::istream& stream, std::uint64_t length, std::function<void()> yield = {})
-        : Stream_(stream), Length_(length), Yield_(std::move(yield)) {}
+    // `length` is the image's. The stream stays the caller's.
+    ImageSource(std::istream& stream, std::uint64_t length) : Stream_(stream), Length_(length) {}
 
     std::uint64_t Length() const { return Length_; }
 
@@ -30,7 +28,6 @@ public:
 private:
     std::istream& Stream_;
     std::uint64_t Length_;
-    std::function<void()> Yield_;
     bool HasFailed_ = false;
 };
 

@@ -19,9 +19,9 @@ std::string FileError(const std::string& fileName, const std::string& trouble) {
 
 }  // namespace
 
-BinFileInfo GetBinFileInfo(const std::string& fileName, const YieldFunction& yield) {
+BinFileInfo GetBinFileInfo(const std::string& fileName) {
     BinFileInfo info;
-    ImageFile file(fileName, yield);
+    ImageFile file(fileName);
     if (file.Trouble().empty()) {
         info = ReadImage(file.Source());
         if (file.Source().HasFailed()) {

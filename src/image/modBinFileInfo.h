@@ -34,12 +34,8 @@ struct BinFileInfo {
     std::int16_t SignaturePos{};  // where the maker's name stands in the search buffer; 0: nowhere
 };
 
-// Called many times during the work on a long file, so that whoever waits for it can do something else
-// meanwhile.
-using YieldFunction = std::function<void()>;
-
 // Reads an image. Never reports an error: of a file that cannot be read only the names are told.
-BinFileInfo GetBinFileInfo(const std::string& fileName, const YieldFunction& yield = {});
+BinFileInfo GetBinFileInfo(const std::string& fileName);
 
 // Why a file cannot be read as an image's would be, in words for a user ("it is a folder", "Permission
 // denied"); empty when it can.
@@ -48,7 +44,7 @@ std::string ReadTrouble(const std::string& fileName);
 // Empty for an acceptable image, else "Invalid file format.".
 std::string CheckFileFormat(const std::string& fileName);
 
-// The same, which also tells whether the work goes on: false ends it.
+// Called many times during the work on a long file; false ends the work.
 using GoesOnFunction = std::function<bool()>;
 
 // Counts the bytes that differ in the ranges that two images of one type are compared in, and tells in

@@ -22,7 +22,7 @@ bool Supersedes(const JobEvent& older, const JobEvent& newer) {
 
 }  // namespace
 
-JobThread::JobThread(MessageLoop& owner, JobTools tools, FlashOrder order, JobEvents take)
+JobThread::JobThread(EventLoop& owner, JobTools tools, FlashOrder order, JobEvents take)
     : Tools_(std::move(tools)),
       Order_(std::move(order)),
       Take_(std::move(take)),
@@ -87,7 +87,7 @@ void JobThread::TakeResult(JobResult result) {
     Take_(result);
 }
 
-NewJob NewJobThread(MessageLoop& owner) {
+NewJob NewJobThread(EventLoop& owner) {
     return [&owner](const FlashOrder& order, JobEvents take) {
         const JobTools tools{NewSystemLoop, [](MessageLoop&) { return NewSerialDevice(); }};
         return std::make_unique<JobThread>(owner, tools, order, std::move(take));

@@ -20,10 +20,10 @@ struct JobTools {
 // share nothing but the mailboxes.
 class JobThread final : public Job {
 public:
-    // `take` gets the events inside the Yield of the owner's loop. A progress event that was not taken yet
+    // `take` gets the events from the owner's event loop. A progress event that was not taken yet
     // gives way to a newer one, the first and the last of a transfer apart; all other events are kept. An
     // exception of `take` cancels the job, and becomes its result's Unforeseen.
-    JobThread(MessageLoop& owner, JobTools tools, FlashOrder order, JobEvents take);
+    JobThread(EventLoop& owner, JobTools tools, FlashOrder order, JobEvents take);
     JobThread(const JobThread&) = delete;
     JobThread& operator=(const JobThread&) = delete;
 
@@ -53,6 +53,6 @@ private:
 };
 
 // Makes jobs with threads of their own, on the system's loop and serial ports.
-NewJob NewJobThread(MessageLoop& owner);
+NewJob NewJobThread(EventLoop& owner);
 
 }  // namespace burnwick

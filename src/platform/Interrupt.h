@@ -8,7 +8,7 @@
 namespace burnwick {
 
 // While this lives, a request to end the process (Ctrl+C, a closed terminal, the system going down) does not
-// end it: it is handed to `request` inside the loop's Yield instead, each time it comes.
+// end it: it is handed to `request` by the event loop instead, each time it comes.
 class Interrupt {
 public:
     virtual ~Interrupt() = default;
@@ -18,6 +18,6 @@ public:
 // thread, a toolkit's included: one that knew nothing of it would let them end the process.
 void HoldInterrupts();
 
-std::unique_ptr<Interrupt> CatchInterrupts(MessageLoop& loop, std::function<void()> request);
+std::unique_ptr<Interrupt> CatchInterrupts(EventLoop& loop, std::function<void()> request);
 
 }  // namespace burnwick

@@ -8,10 +8,10 @@
 
 namespace burnwick {
 
-// What the system can wait for: a file descriptor, or a Windows event handle.
+// A handle that can be waited for: a file descriptor, or a Windows event handle.
 using WaitHandle = std::intptr_t;
 
-// A repeating timer whose ticks are handled inside MessageLoop::Yield. Ends with its object.
+// A repeating timer whose ticks are called by its event loop. Ends with its object.
 class Timer {
 public:
     virtual ~Timer() = default;
@@ -29,14 +29,10 @@ public:
     virtual ~Watch() = default;
 };
 
-// Time and patience: every wait of the program is a Yield, and none of them spins.
-class MessageLoop {
+// The clock, the timers and the watches of a thread's event loop, whoever runs it.
+class EventLoop {
 public:
-    virtual ~MessageLoop() = default;
-
-    // Sleeps until something happens (input, a due timer, a window event), at most so long, and handles it.
-    // A timer ticks at most once in one call: who looks at a count of ticks after each call sees every value.
-    virtual void Yield(std::chrono::microseconds atMost) = 0;
+    virtual ~EventLoop() = default;
 
     // Milliseconds from an arbitrary start; never set back, and blind to changes of the date.
     virtual std::chrono::milliseconds MillisecondClock() const = 0;
@@ -48,8 +44,17 @@ public:
     virtual std::unique_ptr<Timer> NewTimer(std::chrono::milliseconds interval,
                                             std::function<void()> tick) = 0;
 
-    // `ready` must take what is there to read: the handle is looked at again on the next Yield.
+    // `ready` must take what is there to read: it is called again as long as there is something.
     virtual std::unique_ptr<Watch> WatchInput(WaitHandle handle, std::function<void()> ready) = 0;
+};
+
+// An event loop that its user runs himself: every wait of a job is a Yield, and none of them spins.
+class MessageLoop : public EventLoop {
+public:
+    // Sleeps until something happens (input, a due timer), at most for this time, and handles it. A timer
+    // ticks at most once in one call: a caller that looks at a count of ticks after each call sees every
+    // value.
+    virtual void Yield(std::chrono::microseconds atMost) = 0;
 };
 
 }  // namespace burnwick

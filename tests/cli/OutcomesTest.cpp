@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "cli/CliTest.h"
+#include "platform/SystemPorts.h"
 #include "support/Golden.h"
 
 namespace burnwick::test {
@@ -30,7 +31,7 @@ protected:
         text += "== log\n" + LogText() + "== settings\n" + SettingsText(Settings);
         arguments.emplace_back("--json");
         text += RunPrepared(arguments, prepare);
-        ExpectGolden("cli/" + name, Normalized(text, Folder.Path()));
+        ExpectGolden("cli/" + name, Normalized(text, Folder.Path(), SystemDeviceOf(2)));
     }
 
     const std::string Image = Folder / "image.bin";

@@ -6,9 +6,9 @@
 #include <memory>
 #include <vector>
 
+#include "gui/Await.h"
 #include "gui/RunningCopy.h"
 #include "platform/System.h"
-#include "platform/WindowLoop.h"
 #include "support/Elapsed.h"
 #include "support/Eventually.h"
 
@@ -47,15 +47,12 @@ TEST_F(SingleInstanceTest, ARunningCopyIsFoundAndComesForward) {
 }
 
 TEST_F(SingleInstanceTest, ACopyComesForwardEachTime) {
-    const auto loop = NewWindowLoop();
     int times = 0;
     Copies_->Claim([&] { ++times; });
     for (int i = 1; i <= 3; ++i) {
         Stranger later;
         later.Say("come forward\n");
-        while (times < i) {
-            loop->Yield(60s);
-        }
+        EXPECT_TRUE(Await([&] { return times >= i; }));
     }
     EXPECT_EQ(times, 3);
 }

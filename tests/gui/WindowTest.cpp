@@ -31,16 +31,10 @@ private:
 
 }  // namespace
 
-void GuiLoop::Yield(Microseconds atMost) {
-    QCoreApplication::processEvents();
-    Loop_.Yield(atMost);
-    QCoreApplication::processEvents();
-    Look();
-}
-
 WindowTest::WindowTest()
     : Services_{
         .Loop = GuiLoop_,
+        .PortLoop = GuiLoop_,
         .Setting =
             [this](const std::string& section, const std::string& key) {
                 Note("read " + section + "/" + key);

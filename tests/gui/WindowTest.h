@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "gui/FakeDesktop.h"
-#include "gui/WatchedLoop.h"
+#include "gui/GuiLoop.h"
 #include "gui/WindowUser.h"
 #include "simulator/Line.h"
 #include "simulator/Unit.h"
@@ -16,14 +16,6 @@
 #include "support/VirtualLoop.h"
 
 namespace burnwick::test {
-
-// A virtual loop that lets the window's own events happen in each Yield.
-class GuiLoop final : public WatchedLoop {
-public:
-    using WatchedLoop::WatchedLoop;
-
-    void Yield(Microseconds atMost) override;
-};
 
 // The main window in-process, with a simulated unit at its ports, in virtual time.
 class WindowTest : public WindowUser {

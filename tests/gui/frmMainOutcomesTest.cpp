@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "gui/WindowTest.h"
+#include "platform/SystemPorts.h"
 #include "support/Golden.h"
 
 namespace burnwick::test {
@@ -29,7 +30,7 @@ protected:
             text += stored + "\n";
         }
         text += "== log\n" + LogText() + "== settings\n" + SettingsText(Settings);
-        ExpectGolden("window/" + name, Normalized(text, Folder.Path()));
+        ExpectGolden("window/" + name, Normalized(text, Folder.Path(), SystemDeviceOf(1)));
         EXPECT_TRUE(IsIdle());
     }
     void DownloadFrom(std::vector<simulator::FaultOrder> faults) {

@@ -4,8 +4,9 @@
 #include <memory>
 #include <string>
 
+#include "gui/Await.h"
 #include "gui/FakeDesktop.h"
-#include "gui/WatchedLoop.h"
+#include "gui/GuiLoop.h"
 #include "gui/WindowUser.h"
 #include "job/JobThread.h"
 #include "platform/SerialDevice.h"
@@ -24,17 +25,12 @@ protected:
         modUtility::SetIniPath(Folder.Path() / "home" / "Burnwick.ini");
         modUtility::WriteIniValue("COMPort", "COM", "1");
         modUtility::WriteIniValue("COMPort", "BaudRate", "1");
-        Loop_.Look = [this] { LookAtStatus(); };
+        PortLoop_.Look = [this] { LookAtStatus(); };
     }
     ~frmMainRealLine() override { Window.reset(); }
 
     void AwaitEndOfRun() const override {
-        const auto isOver = [this] { return !Window->IsRunning() && IsIdle(); };
-        for (const auto limit = RealLoop_->MillisecondClock() + std::chrono::minutes(2);
-             !isOver() && RealLoop_->MillisecondClock() < limit;) {
-            RealLoop_->Yield(std::chrono::milliseconds(50));
-        }
-        EXPECT_TRUE(isOver());
+        EXPECT_TRUE(Await([this] { return !Window->IsRunning() && IsIdle(); }, std::chrono::minutes(2)));
     }
 
     // The program is started, its COM1 is this device.
@@ -53,6 +49,7 @@ protected:
     // A job on the window's thread waits while a test does something in the middle of its run; one on its own
     // goes on.
     bool JobsHaveThreads = true;
+    std::function<std::unique_ptr<SerialDevice>()> NewDevice = NewSerialDevice;  // of a job with a thread
 
 private:
     std::unique_ptr<Job> JobFor(const FlashOrder& order, const JobEvents& take) {
@@ -61,22 +58,21 @@ private:
             LookAtStatus();
         };
         if (JobsHaveThreads) {
-            return NewJobThread(Loop_)(order, watched);
+            const JobTools tools{NewSystemLoop, [this](MessageLoop&) { return NewDevice(); }};
+            return std::make_unique<JobThread>(*Loop_, tools, order, watched);
         }
-        return std::make_unique<InlineJob>(Loop_, NewSerialDevice(), order, watched);
+        return std::make_unique<InlineJob>(PortLoop_, NewSerialDevice(), order, watched);
     }
 
-    std::unique_ptr<MessageLoop> RealLoop_ = NewWindowLoop();
-
-protected:
-    WatchedLoop Loop_{*RealLoop_};
-
-private:
+    const std::unique_ptr<EventLoop> Loop_ = NewWindowLoop();
+    const std::unique_ptr<MessageLoop> SystemLoop_ = NewSystemLoop();
+    GuiLoop PortLoop_{*SystemLoop_};
     FakeShell Shell_;
     WindowServices Services_{
         .Product = {.Title = "Burnwick", .Major = 2, .Minor = 8, .Revision = 1000},
         .Trace = [](const std::string&) {},
-        .Loop = Loop_,
+        .Loop = *Loop_,
+        .PortLoop = PortLoop_,
         .Setting = modUtility::ReadIniValue,
         .Store = modUtility::WriteIniValue,
         .ProgramFolder = Folder.Path() / "home",

@@ -52,23 +52,6 @@ TEST_F(frmMainShow, ABlinkingStatusMovesNothing) {
     Download(Image());
 }
 
-TEST_F(frmMainShow, AStatusThatChangesWithEachBlockHasNothingLaidOut) {
-    class LayoutRequests final : public QObject {
-    public:
-        bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-            Count += event->type() == QEvent::LayoutRequest ? 1 : 0;
-            return false;
-        }
-        int Count = 0;
-    } requests;
-    ConnectUnitOfSize(ImageSize);
-    Start();
-    WhenStatus("Sending block 100 ", [&] { Find("picMain")->installEventFilter(&requests); });
-    WhenStatus("Sending block 900 ", [&] { Find("picMain")->removeEventFilter(&requests); });
-    Download(Image());
-    EXPECT_LT(requests.Count, 10);
-}
-
 TEST_F(frmMainShow, TheStatusBlinksNoMoreOnceTheUnitIsReady) {
     ConnectUnitOfSize(ImageSize);
     Start();

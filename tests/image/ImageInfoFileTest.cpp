@@ -109,10 +109,4 @@ TEST_F(ImageInformation, OfAFileWithAnyNameIsRead) {
     }
 }
 
-TEST_F(ImageInformation, LetsOthersWorkMeanwhile) {
-    int yields = 0;
-    GetBinFileInfo(Folder.Write("long.bin", AnyBytes(1'048'576)), [&yields] { ++yields; });
-    EXPECT_GE(yields, 16);
-}
-
 }  // namespace burnwick::test

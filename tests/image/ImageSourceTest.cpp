@@ -87,15 +87,6 @@ TEST(ImageSource, StaysFailedWhenALaterReadSucceeds) {
     EXPECT_TRUE(source.HasFailed());
 }
 
-TEST(ImageSource, LetsOthersWorkAtEachLongRead) {
-    std::istringstream stream(std::string(1'000'000, 'x'));
-    int yields = 0;
-    ImageSource source(stream, 1'000'000, [&yields] { ++yields; });
-    ReadImage(source);
-    EXPECT_GE(yields, 16);
-    EXPECT_LE(yields, 20);
-}
-
 TEST(BadMedium, ShowsInTheSourceOfAnImageThatIsRead) {
     BadMedium medium(std::string(200'000, 'x'), 100'000);
     std::istream stream(&medium);

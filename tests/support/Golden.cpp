@@ -7,7 +7,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/SystemPorts.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick::test {
@@ -38,11 +37,9 @@ void ExpectGolden(const std::string& name, const std::string& text) {
     EXPECT_EQ(text, recorded.str()) << "If this is as it should be now, run tests/golden/record.sh.";
 }
 
-std::string Normalized(std::string text, const std::filesystem::path& folder) {
+std::string Normalized(std::string text, const std::filesystem::path& folder, const std::string& device) {
     Replace(text, "\r\n", "\n");
-    for (const int port : {1, 2}) {
-        Replace(text, SystemDeviceOf(port), "DEVICE");
-    }
+    Replace(text, device, "DEVICE");
     // JSON escapes the backslashes of a path.
     Replace(text, "\\\\", "\\");
     Replace(text, Utf8Text(std::filesystem::path(folder).make_preferred()), Folder);

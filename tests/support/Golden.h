@@ -10,9 +10,9 @@ namespace burnwick::test {
 // file instead (tests/golden/record.sh).
 void ExpectGolden(const std::string& name, const std::string& text);
 
-// The text without what differs between two runs or two systems: the folder is FOLDER, a port's device
-// DEVICE, and line ends are LF.
-std::string Normalized(std::string text, const std::filesystem::path& folder);
+// The text without what differs between two runs or two systems: the folder is FOLDER, the device DEVICE, and
+// line ends are LF.
+std::string Normalized(std::string text, const std::filesystem::path& folder, const std::string& device);
 
 // One "Section/Key=Value" a line; settings without a value are left out.
 std::string SettingsText(const std::map<std::string, std::string>& settings);

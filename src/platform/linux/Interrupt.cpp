@@ -30,7 +30,7 @@ sigset_t SignalsThatEnd() {
 
 class SignalInterrupt final : public Interrupt {
 public:
-    SignalInterrupt(MessageLoop& loop, std::function<void()> request)
+    SignalInterrupt(EventLoop& loop, std::function<void()> request)
         : Signals_(SignalsThatEnd()),
           Fd_(signalfd(-1, &Signals_, SFD_NONBLOCK | SFD_CLOEXEC)),
           Request_(std::move(request)) {
@@ -78,7 +78,7 @@ void HoldInterrupts() {
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
-std::unique_ptr<Interrupt> CatchInterrupts(MessageLoop& loop, std::function<void()> request) {
+std::unique_ptr<Interrupt> CatchInterrupts(EventLoop& loop, std::function<void()> request) {
     return std::make_unique<SignalInterrupt>(loop, std::move(request));
 }
 

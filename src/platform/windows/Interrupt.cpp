@@ -36,7 +36,7 @@ BOOL WINAPI OnRequest(DWORD kind) {
 
 class ConsoleInterrupt final : public Interrupt {
 public:
-    ConsoleInterrupt(MessageLoop& loop, std::function<void()> request) : Request_(std::move(request)) {
+    ConsoleInterrupt(EventLoop& loop, std::function<void()> request) : Request_(std::move(request)) {
         auto& arrivals = Arrivals();
         if (!arrivals.Held) {
             SetConsoleCtrlHandler(OnRequest, TRUE);
@@ -82,7 +82,7 @@ void HoldInterrupts() {
     }
 }
 
-std::unique_ptr<Interrupt> CatchInterrupts(MessageLoop& loop, std::function<void()> request) {
+std::unique_ptr<Interrupt> CatchInterrupts(EventLoop& loop, std::function<void()> request) {
     return std::make_unique<ConsoleInterrupt>(loop, std::move(request));
 }
 

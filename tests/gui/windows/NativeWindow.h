@@ -11,14 +11,6 @@ namespace burnwick::test {
 // In the detail of a key's message: it is pressed with Alt.
 inline constexpr LPARAM WithAlt = 1 << 29;
 
-// Whether this thread is in a loop of the system.
-inline bool SystemHolds() {
-    GUITHREADINFO thread{};
-    thread.cbSize = sizeof thread;
-    GetGUIThreadInfo(GetCurrentThreadId(), &thread);
-    return thread.hwndMoveSize != nullptr || thread.hwndMenuOwner != nullptr;
-}
-
 // A window of the system, and a count of what it was told.
 class NativeWindow : public QWidget, private QAbstractNativeEventFilter {
 public:
@@ -35,7 +27,6 @@ public:
 
     int Entered = 0;  // loops of the system
     int Left = 0;
-    int Idle = 0;         // times that a menu or a dialog of the system had nothing to do
     int Activations = 0;  // of the title bar: drawn as the active window's
     int Deactivations = 0;
     int Closings = 0;
@@ -56,9 +47,6 @@ private:
             case WM_EXITSIZEMOVE:
             case WM_EXITMENULOOP:
                 ++Left;
-                break;
-            case WM_ENTERIDLE:
-                ++Idle;
                 break;
             case WM_NCACTIVATE:
                 ++(sent.wParam != 0 ? Activations : Deactivations);

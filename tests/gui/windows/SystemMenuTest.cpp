@@ -3,16 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <QTest>
+#include <QTimer>
 #include <QWindow>
 #include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "gui/Await.h"
 #include "gui/windows/NativeWindow.h"
 #include "platform/Attention.h"
-#include "platform/LoopHelpers.h"
-#include "platform/WindowLoop.h"
+#include "support/Elapsed.h"
 
 namespace burnwick::test {
 namespace {
@@ -31,11 +33,7 @@ protected:
     void Settle() const {
         const int before = Window_.Marks;
         Window_.Post(NativeWindow::Mark, 0);
-        const auto end = Loop_->MillisecondClock() + 10s;
-        while (Window_.Marks == before && Loop_->MillisecondClock() < end) {
-            Loop_->Yield(100ms);
-        }
-        EXPECT_GT(Window_.Marks, before);
+        EXPECT_TRUE(Await([&] { return Window_.Marks > before; }));
     }
     HMENU SystemsOwn() const { return GetSystemMenu(Window_.Handle(), FALSE); }
     UINT StateOf(UINT number) const { return GetMenuState(SystemsOwn(), number, MF_BYCOMMAND); }
@@ -66,7 +64,6 @@ protected:
         EXPECT_FALSE(Menu_->CloseIsGreyed());
     }
 
-    const std::unique_ptr<MessageLoop> Loop_ = NewWindowLoop();
     NativeWindow Window_;
     const std::unique_ptr<SystemMenu> Menu_ = SystemMenuOf(Window_.winId());
 };
@@ -187,15 +184,17 @@ TEST_F(SystemMenuTest, CloseStaysGreyedWhateverBecomesOfTheWindow) {
 
 TEST_F(SystemMenuTest, CloseStaysGreyedWhileTheMenuIsOpen) {
     Menu_->SetCloseGreyed(true);
+    // The menu has an event loop of its own, in which the toolkit's timers tick.
+    QTimer inMenu;
+    QObject::connect(&inMenu, &QTimer::timeout, &inMenu, [this] {
+        if (Window_.Entered == 1) {
+            ExpectGreyed();
+            Window_.Post(WM_CANCELMODE, 0);
+        }
+    });
+    inMenu.start(20ms);
     Window_.Post(WM_SYSCOMMAND, SC_KEYMENU, ' ');
-    while (Window_.Entered == 0) {
-        Loop_->Yield(60s);
-    }
-    ExpectGreyed();
-    Window_.Post(WM_CANCELMODE, 0);
-    while (Window_.Left == 0) {
-        Loop_->Yield(60s);
-    }
+    EXPECT_TRUE(Await([this] { return Window_.Left == 1; }));
     ExpectGreyed();
 }
 
@@ -271,7 +270,7 @@ TEST_F(SystemMenuTest, TheTitleBarFlashesOnceEachTimeThatAttentionIsAskedFor) {
         EXPECT_EQ(Window_.Activations + Window_.Deactivations, i);
     }
     EXPECT_EQ(Window_.Activations, 2);
-    YieldFor(*Loop_, 700ms);
+    QTest::qWait(700);
     EXPECT_EQ(Window_.Activations + Window_.Deactivations, 4);
 }
 

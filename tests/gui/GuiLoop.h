@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -8,13 +9,15 @@
 
 namespace burnwick::test {
 
-// Another loop, with somebody who looks on.
-class WatchedLoop : public MessageLoop {
+// A job's loop on the window's thread: each Yield handles the window's events too, and calls Look.
+class GuiLoop final : public MessageLoop {
 public:
-    explicit WatchedLoop(MessageLoop& loop) : Loop_(loop) {}
+    explicit GuiLoop(MessageLoop& loop) : Loop_(loop) {}
 
     void Yield(std::chrono::microseconds atMost) override {
+        QCoreApplication::processEvents();
         Loop_.Yield(atMost);
+        QCoreApplication::processEvents();
         Look();
     }
     std::chrono::milliseconds MillisecondClock() const override { return Loop_.MillisecondClock(); }
@@ -32,7 +35,7 @@ public:
     // Called after each Yield, and after each callback of a watch.
     std::function<void()> Look = [] {};
 
-protected:
+private:
     MessageLoop& Loop_;
 };
 

@@ -23,7 +23,6 @@ namespace bench {
 namespace {
 
 using namespace std::chrono_literals;
-using burnwick::modUtility::ReadIniValue;
 using burnwick::modUtility::WriteIniValue;
 using Clock = std::chrono::steady_clock;
 
@@ -94,8 +93,7 @@ private:
         .Trace = [](const std::string&) {},
         .Loop = *Loop_,
         .PortLoop = *PortLoop_,
-        .Setting = ReadIniValue,
-        .Store = WriteIniValue,
+        .Settings = burnwick::IniSettings(),
         .ProgramFolder = Folder_,
         .Executable = Folder_ / "Burnwick",
         .Shell = *Shell_,

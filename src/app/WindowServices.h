@@ -13,6 +13,7 @@
 #include "platform/SingleInstance.h"
 #include "platform/SleepInhibitor.h"
 #include "ports/PortTable.h"
+#include "settings/Settings.h"
 
 class QWidget;
 
@@ -28,8 +29,7 @@ struct WindowServices {
     EventLoop& Loop;
     // What a try of a port waits in: it handles no event of the window.
     MessageLoop& PortLoop;
-    ReadSetting Setting;
-    WriteSetting Store;
+    SettingStore& Settings;
     std::filesystem::path ProgramFolder;  // of the log and the verification file
     std::filesystem::path Executable;
 

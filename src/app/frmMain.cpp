@@ -15,7 +15,6 @@
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
-#include "job/LogOption.h"
 #include "job/RecentFiles.h"
 #include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
@@ -64,7 +63,7 @@ frmMain::frmMain(WindowServices& services)
     : Services_(services),
       Ui_(std::make_unique<Ui::frmMain>()),
       MSComm1(services.PortLoop, services.NewDevice(),
-              [this](int port) { return DeviceOf(port, Services_.Setting); }),
+              [this](int port) { return DeviceOf(port, PortDevices(Services_.Settings)); }),
       tmrStatus(services.Loop.NewTimer(800ms, [this] { tmrStatus_Timer(); })),
       tmrTimeOut(services.Loop.NewTimer(100ms, [this] { tmrTimeOut_Timer(); })),
       tmrFlashWindow(services.Loop.NewTimer(300ms, [this] { tmrFlashWindow_Timer(); })),
@@ -131,7 +130,8 @@ QAction* frmMain::RecentEntry(int index) const {
 bool frmMain::Form_Load() {
     Title_ = ApplicationTitle(Services_.Product.Title, BuildNumber(Services_.Product));
     Copies_ = Services_.Copies(Title_);
-    if (modActivatePrevInstance::ActivatePrevInstance(*Copies_, Services_.Setting("Status", "Programming"))) {
+    if (modActivatePrevInstance::ActivatePrevInstance(*Copies_,
+                                                      Services_.Settings.Value(Setting::Programming))) {
         return false;
     }
     Copies_->Claim([this] { ComeForward(); });
@@ -139,8 +139,8 @@ bool frmMain::Form_Load() {
     if (Ui_->chkDebug->isChecked()) {
         Title_ = "Burnwick-Debug";
     }
-    CheckShellIntegration(Services_.Shell, Services_.Executable, Services_.Setting, Services_.Store);
-    LogOption(Services_.Setting, Services_.Store);
+    CheckShellIntegration(Services_.Shell, Services_.Executable, Services_.Settings);
+    Services_.Settings.StoreMissing(Setting::LogOption);
     CheckStartupPort();
     FillMissingSettings();
     FadeBar();
@@ -161,17 +161,18 @@ bool frmMain::Form_Load() {
 }
 
 void frmMain::FillMissingSettings() const {
-    if (Services_.Setting("COMPort", "BaudRate").empty()) {
-        Services_.Store("COMPort", "BaudRate", "0");
-    }
-    if (Services_.Setting("Status", "Programming").empty()) {
-        Services_.Store("Status", "Programming", "No");
-    }
+    Services_.Settings.Change([](SettingValues& settings) {
+        settings.StoreMissing(Setting::BaudRate);
+        settings.StoreMissing(Setting::Programming);
+    });
 }
 
 void frmMain::CheckStartupPort() {
-    MSComm1.SetCommPort(modFindCOMPorts::ChooseStartupPort(MSComm1, Services_.Setting, Services_.Store));
-    SetStatus(ReadyText(MSComm1.CommPort(), GetBaudRateSetting(Services_.Setting)));
+    SettingStore& settings = Services_.Settings;
+    MSComm1.SetCommPort(modFindCOMPorts::ChooseStartupPort(
+        MSComm1, settings.Stored(Setting::ComPort),
+        [&](int port) { settings.Store(Setting::ComPort, std::to_string(port)); }));
+    SetStatus(ReadyText(MSComm1.CommPort(), GetBaudRateSetting(settings.Value(Setting::BaudRate))));
 }
 
 void frmMain::ComeForward() {
@@ -231,13 +232,13 @@ void frmMain::Form_Unload() {
     tmrStatus->SetEnabled(false);
     tmrTimeOut->SetEnabled(false);
     tmrFlashWindow->SetEnabled(false);
-    Services_.Store("Status", "Programming", "No");
+    Services_.Settings.Store(Setting::Programming, "No");
     CloseWindowByTitle("Burnwick Help");
     CloseWindowByTitle("Burnwick (OEM) Help");
 }
 
 void frmMain::LoadRecentFiles() {
-    const RecentFiles files = ReadRecentFiles(Services_.Setting);
+    const RecentFiles files = ReadRecentFiles(Services_.Settings);
     bool any = false;
     for (int index = 1; const auto& path : files) {
         RecentEntry(index)->setText(QString::fromStdString(RecentCaption(index, path)));
@@ -250,7 +251,7 @@ void frmMain::LoadRecentFiles() {
 
 void frmMain::AddRecentFile(const std::string& path) {
     if (LeavesRecentFile(Result_, TransferMode == TransferModes::Upload)) {
-        burnwick::AddRecentFile(path, Services_.Setting, Services_.Store);
+        burnwick::AddRecentFile(path, Services_.Settings);
         LoadRecentFiles();
     }
 }

@@ -18,8 +18,15 @@ namespace burnwick {
 void frmMain::mnuToolCOMPortSetting_Click() {
     frmCOMPortSetting(
         {.Control = MSComm1,
-         .Setting = Services_.Setting,
-         .Store = Services_.Store,
+         .Devices = PortDevices(Services_.Settings),
+         .BaudRate = Services_.Settings.Stored(Setting::BaudRate),
+         .Store =
+             [this](int port, const std::string& baudRate) {
+                 Services_.Settings.Change([&](SettingValues& settings) {
+                     settings.Store(Setting::ComPort, std::to_string(port));
+                     settings.Store(Setting::BaudRate, baudRate);
+                 });
+             },
          .ShowChoice =
              [this](int port, const std::string& baudRate) {
                  SetStatus(StatusAfterPortChoice(Ui_->lblStatus->text().toStdString(), port, baudRate));
@@ -38,7 +45,8 @@ bool frmMain::IsOfEquipmentMaker() const {
 }
 
 void frmMain::mnuFileCompareFiles_Click() {
-    frmFileCompare({.Setting = Services_.Setting, .Beep = Services_.Beep}, this).exec();
+    frmFileCompare({.Folder = Services_.Settings.Value(Setting::LastPath), .Beep = Services_.Beep}, this)
+        .exec();
 }
 
 void frmMain::mnuToolViewLog_Click() {
@@ -46,10 +54,7 @@ void frmMain::mnuToolViewLog_Click() {
 }
 
 void frmMain::mnuToolOptions_Click() {
-    frmOptions({.Setting = Services_.Setting,
-                .Store = Services_.Store,
-                .Shell = Services_.Shell,
-                .Program = Services_.Executable},
+    frmOptions({.Settings = Services_.Settings, .Shell = Services_.Shell, .Program = Services_.Executable},
                this)
         .exec();
 }

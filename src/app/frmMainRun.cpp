@@ -10,7 +10,6 @@
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
-#include "job/LogOption.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
 #include "settings/frmChipSelect.h"
@@ -131,7 +130,7 @@ bool frmMain::ChooseImage() {
         ImageFileName = std::exchange(ChosenFile_, {});
     } else {
         ImageFileName = AskForFileToOpen(this, "Open Burnwick File", "Burnwick File (*.bin)",
-                                         Services_.Setting("Path", "LastPath"));
+                                         Services_.Settings.Value(Setting::LastPath));
     }
     return !ImageFileName.empty() && AcceptImage();
 }
@@ -160,13 +159,13 @@ void frmMain::RefuseImage(const std::string& status, const std::string& display)
 }
 
 bool frmMain::ChooseUploadFile() {
-    frmChipSelect chipSelect(Services_.Setting, Services_.Store, this);
+    frmChipSelect chipSelect(Services_.Settings, this);
     chipSelect.exec();
     UploadBlocks = static_cast<std::int16_t>(chipSelect.UploadBlocks());
     if (UploadBlocks == 0) {
         return false;
     }
-    ImageFileName = AskForFileToSave(this, Services_.Setting("Path", "LastPath"));
+    ImageFileName = AskForFileToSave(this, Services_.Settings.Value(Setting::LastPath));
     if (ImageFileName.empty()) {
         return false;
     }
@@ -177,7 +176,7 @@ bool frmMain::ChooseUploadFile() {
 void frmMain::PrepareWindow() {
     Ui_->txtDisplay->clear();
     ForgetProgress();
-    Services_.Store("Path", "LastPath", DirFile::Folder(ImageFileName));
+    Services_.Settings.Store(Setting::LastPath, DirFile::Folder(ImageFileName));
     CaptionSaved = false;
     Ui_->cmdDownload->setEnabled(false);
     Ui_->cmdUpload->setEnabled(false);
@@ -197,8 +196,8 @@ FlashOrder frmMain::Order() const {
                      .FileName = ImageFileName};
     order.Blocks = UploadBlocks;
     order.Port = MSComm1.CommPort();
-    order.Device = DeviceOf(order.Port, Services_.Setting);
-    order.BaudRate = GetBaudRateSetting(Services_.Setting);
+    order.Device = DeviceOf(order.Port, PortDevices(Services_.Settings));
+    order.BaudRate = GetBaudRateSetting(Services_.Settings.Value(Setting::BaudRate));
     order.Checksum = BinFileInfo.Checksum;
     order.Verify = FlashOrder::Verification::Ask;
     order.ProgramFolder = Services_.ProgramFolder;
@@ -208,7 +207,7 @@ FlashOrder frmMain::Order() const {
 
 // The setting counts as it is at the end of the programming.
 void frmMain::AskForVerification() {
-    if (Services_.Setting("Options", "Verify") != "1") {
+    if (Services_.Settings.Value(Setting::Verify) != "1") {
         Job_->Answer(false);
         return;
     }
@@ -256,7 +255,7 @@ void frmMain::EndOfRun(const JobResult& job) {
     }
     LogRun(job.Transfer);
     AddRecentFile(ImageFileName);
-    Services_.Store("Status", "Programming", "No");
+    Services_.Settings.Store(Setting::Programming, "No");
 }
 
 // Whatever came of it, the programming itself has succeeded: the verdict is a line of its own.
@@ -274,7 +273,7 @@ void frmMain::EndOfVerification(const JobResult& job) {
 void frmMain::ReportUnforeseen(const std::string& error, const RunResult& run) {
     BackToIdle();
     SystemMenu_->SetCloseGreyed(false);
-    Services_.Store("Status", "Programming", "No");
+    Services_.Settings.Store(Setting::Programming, "No");
     LogRun(run);
     MsgBox(this, QMessageBox::Warning, ErrorBox(error));
 }
@@ -298,8 +297,7 @@ void frmMain::BackToIdle() {
 void frmMain::LogRun(const RunResult& run) {
     ActivityRecord record = RecordOf(run, Texts_, ImageFileName, Summary_);
     record.IsUpload = TransferMode == TransferModes::Upload;
-    WriteActivityLog(Services_.ProgramFolder, LogOption(Services_.Setting, Services_.Store), record,
-                     Services_.Loop.Now());
+    WriteActivityLog(Services_.ProgramFolder, LogOption(Services_.Settings), record, Services_.Loop.Now());
 }
 
 // A run that never opened its port leaves neither a record nor a recent file.
@@ -311,7 +309,7 @@ void frmMain::TrapCommError(const CommError& error) {
     SetStatus("CommPort COM" + std::to_string(MSComm1.CommPort()) + " is not available.");
     ShowCommError(error);
     Ui_->txtDisplay->setPlainText("CommPort is not available.\n");
-    Services_.Store("Status", "Programming", "No");
+    Services_.Settings.Store(Setting::Programming, "No");
     if (!CloseWhenDone_) {
         mnuToolCOMPortSetting_Click();
     }

@@ -56,13 +56,13 @@ void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
 void frmMain::BeginTransfer() {
     RestoreCaption();
     ForgetProgress();
-    Services_.Store("Status", "Programming", "Yes");
     ShowWorkingColors();
     ShowInBar(Ui_->PercentBar1->objectName(), 0);
     if (TransferMode == TransferModes::Download) {
         modSystemMenu::ToggleCloseCommand(*SystemMenu_);
     }
     if (!Texts_.Verifying) {
+        Services_.Settings.Store(Setting::Programming, "Yes");
         // Or the display would get the focus, and hear each key that was meant for Cancel.
         Ui_->picMain->setFocus();
         Ui_->cmdQuit->setEnabled(false);

@@ -10,7 +10,7 @@
 #include "platform/MessageLoop.h"
 #include "platform/SerialDevice.h"
 #include "platform/SleepInhibitor.h"
-#include "ports/PortTable.h"
+#include "settings/Settings.h"
 
 namespace burnwick::cli {
 
@@ -22,8 +22,7 @@ struct Environment {
     bool Color = false;  // whether that terminal is to be given colours
     bool Trace = false;  // whether the link tells Err what it receives
     MessageLoop& Loop;
-    ReadSetting Setting;
-    WriteSetting Store;
+    SettingStore& Settings;
     std::filesystem::path ProgramFolder;                       // of the log and the verification file
     std::function<std::unique_ptr<SerialDevice>()> NewDevice;  // for trying the ports
     burnwick::NewJob NewJob;

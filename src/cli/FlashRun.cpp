@@ -6,7 +6,6 @@
 #include <variant>
 
 #include "cli/Wording.h"
-#include "job/LogOption.h"
 #include "job/Summary.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
@@ -97,12 +96,16 @@ bool FlashRun::PlanVerification(FlashOrder& order) {
 
 // False when there is no such port; the report then says so.
 bool FlashRun::ChoosePort(FlashOrder& order) {
+    SettingStore& settings = Environment_.Settings;
+    const OwnDevices devices = PortDevices(settings);
     MSComm control(Environment_.Loop, Environment_.NewDevice(),
-                   [this](int port) { return DeviceOf(port, Environment_.Setting); });
+                   [&](int port) { return DeviceOf(port, devices); });
     if (Options_.Port.empty()) {
-        Port_.Number = modFindCOMPorts::ChooseStartupPort(control, Environment_.Setting, Environment_.Store);
-        Port_.Device = DeviceOf(Port_.Number, Environment_.Setting);
-    } else if (const auto choice = ParsePortChoice(Options_.Port, Environment_.Setting)) {
+        Port_.Number = modFindCOMPorts::ChooseStartupPort(
+            control, settings.Stored(Setting::ComPort),
+            [&](int port) { settings.Store(Setting::ComPort, std::to_string(port)); });
+        Port_.Device = DeviceOf(Port_.Number, devices);
+    } else if (const auto choice = ParsePortChoice(Options_.Port, devices)) {
         Port_ = *choice;
     } else {
         Fail(WrongUsage,
@@ -116,7 +119,8 @@ bool FlashRun::ChoosePort(FlashOrder& order) {
     }
     order.Port = Port_.Number;
     order.Device = Port_.Device;
-    order.BaudRate = Options_.Baud.empty() ? GetBaudRateSetting(Environment_.Setting) : Options_.Baud;
+    order.BaudRate =
+        Options_.Baud.empty() ? GetBaudRateSetting(settings.Value(Setting::BaudRate)) : Options_.Baud;
     order.Checksum = Image_.Checksum;
     order.Trace = Environment_.Trace;
     return true;
@@ -188,7 +192,7 @@ void FlashRun::Log(const FlashOrder& order, const JobResult& job) {
     if (isVerification) {
         record.Succeeded = job.Verdict && job.Verdict->IsMatch();
     }
-    WriteActivityLog(Environment_.ProgramFolder, LogOption(Environment_.Setting, Environment_.Store), record,
+    WriteActivityLog(Environment_.ProgramFolder, LogOption(Environment_.Settings), record,
                      Environment_.Loop.Now());
 }
 

@@ -27,9 +27,10 @@ void PortsVerb::Declare(Arguments& arguments) {
 }
 
 int PortsVerb::Execute(Environment& environment) {
+    const OwnDevices devices = PortDevices(environment.Settings);
     MSComm control(environment.Loop, environment.NewDevice(),
-                   [&](int port) { return DeviceOf(port, environment.Setting); });
-    const Ports ports = modFindCOMPorts::SurveyPorts(control, environment.Setting);
+                   [&](int port) { return DeviceOf(port, devices); });
+    const Ports ports = modFindCOMPorts::SurveyPorts(control, devices);
     if (Json_) {
         PrintJson(environment.Out, ports);
     } else if (ports.empty()) {

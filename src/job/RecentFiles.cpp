@@ -7,12 +7,6 @@ namespace burnwick {
 
 namespace {
 
-constexpr const char* Section = "LastOpenFile";
-
-std::string KeyOf(std::size_t index) {
-    return std::to_string(index + 1);
-}
-
 bool SamePath(const std::string& one, const std::string& other) {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
                       [](unsigned char a, unsigned char b) { return std::toupper(a) == std::toupper(b); });
@@ -31,22 +25,24 @@ std::size_t PlaceOf(const RecentFiles& files, const std::string& path) {
 
 }  // namespace
 
-RecentFiles ReadRecentFiles(const ReadSetting& read) {
+RecentFiles ReadRecentFiles(const SettingValues& settings) {
     RecentFiles files;
     for (std::size_t i = 0; i < files.size(); ++i) {
-        files.at(i) = read(Section, KeyOf(i));
+        files.at(i) = settings.Stored(Setting::RecentFile(i + 1));
     }
     return files;
 }
 
-void AddRecentFile(const std::string& path, const ReadSetting& read, const WriteSetting& write) {
-    RecentFiles files = ReadRecentFiles(read);
-    const auto place = static_cast<std::ptrdiff_t>(PlaceOf(files, path));
-    std::rotate(files.begin(), files.begin() + place, files.begin() + place + 1);
-    files.front() = path;
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        write(Section, KeyOf(i), files.at(i));
-    }
+void AddRecentFile(const std::string& path, SettingStore& settings) {
+    settings.Change([&path](SettingValues& values) {
+        RecentFiles files = ReadRecentFiles(values);
+        const auto place = static_cast<std::ptrdiff_t>(PlaceOf(files, path));
+        std::rotate(files.begin(), files.begin() + place, files.begin() + place + 1);
+        files.front() = path;
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            values.Store(Setting::RecentFile(i + 1), files.at(i));
+        }
+    });
 }
 
 std::string RecentCaption(int index, const std::string& path) {

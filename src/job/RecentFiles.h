@@ -4,18 +4,17 @@
 #include <string>
 
 #include "engine/RunResult.h"
-#include "platform/Setting.h"
+#include "settings/Settings.h"
 
 namespace burnwick {
 
-// The image files used last, the most recent first; an empty text where there is none. They are kept in
-// section "LastOpenFile" of the settings, under "1" to "4".
+// The image files used last, the most recent first; an empty text where there is none.
 using RecentFiles = std::array<std::string, 4>;
 
-RecentFiles ReadRecentFiles(const ReadSetting& read);
+RecentFiles ReadRecentFiles(const SettingValues& settings);
 
 // Makes a path the most recent one. A path that is there already, in whatever case, moves to the front.
-void AddRecentFile(const std::string& path, const ReadSetting& read, const WriteSetting& write);
+void AddRecentFile(const std::string& path, SettingStore& settings);
 
 // The menu entry of a path, by its place from 1 to 4: "&2 C:\images\unit.bin". An ampersand of the path's own
 // is doubled, for a single one underlines the character behind it.

@@ -29,29 +29,28 @@ std::optional<int> NumberOf(const std::string& text) {
 
 }  // namespace
 
-std::string DeviceOf(int port, const ReadSetting& read) {
-    const std::string chosen = read("Ports", "COM" + std::to_string(port));
+std::string DeviceOf(int port, const OwnDevices& own) {
+    const std::string chosen = own(port);
     return chosen.empty() ? SystemDeviceOf(port) : chosen;
 }
 
-std::optional<PortChoice> ParsePortChoice(const std::string& text, const ReadSetting& read) {
+std::optional<PortChoice> ParsePortChoice(const std::string& text, const OwnDevices& own) {
     if (const auto number = NumberOf(text)) {
         const bool exists = *number >= MSComm::FirstPort && *number <= MSComm::LastPort;
-        return PortChoice{*number, exists ? DeviceOf(*number, read) : ""};
+        return PortChoice{*number, exists ? DeviceOf(*number, own) : ""};
     }
     if (text.find_first_of("/\\") == std::string::npos) {
         return std::nullopt;
     }
     for (int number = MSComm::FirstPort; number <= MSComm::LastPort; ++number) {
-        if (SameDevice(DeviceOf(number, read), text)) {
+        if (SameDevice(DeviceOf(number, own), text)) {
             return PortChoice{number, text};
         }
     }
     return PortChoice{MSComm::LastPort, text};
 }
 
-std::string GetBaudRateSetting(const ReadSetting& read) {
-    const std::string stored = read("COMPort", "BaudRate");
+std::string GetBaudRateSetting(const std::string& stored) {
     const char index = stored.empty() ? '0' : stored.front();
     if (index == '1') {
         return "115200";

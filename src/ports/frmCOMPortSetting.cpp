@@ -61,7 +61,7 @@ void frmCOMPortSetting::Place() {
 
 // Lists the ports that are not in the list yet, each in its place.
 void frmCOMPortSetting::FindCOMPorts() {
-    const PortEntries found = modFindCOMPorts::FindCOMPorts(Services_.Control, Services_.Setting);
+    const PortEntries found = modFindCOMPorts::FindCOMPorts(Services_.Control, Services_.Devices);
     DropDownList& list = *Ui_->cboPort;
     const bool isFirst = list.count() == 0;
     const QSignalBlocker quiet(list);
@@ -99,7 +99,7 @@ int frmCOMPortSetting::GetSelectedPort() {
 void frmCOMPortSetting::LoadBaudRateOption() {
     QRadioButton* selected = Ui_->optBaudRate_0;
     QRadioButton* other = Ui_->optBaudRate_1;
-    if (BaudOptionOf(Services_.Setting("COMPort", "BaudRate")) == 1) {
+    if (BaudOptionOf(Services_.BaudRate) == 1) {
         std::swap(selected, other);
     }
     selected->setChecked(true);
@@ -154,7 +154,7 @@ void frmCOMPortSetting::Select(int index) {
 // The port is not looked at here, on purpose: back at the stored speed there is nothing to confirm, whatever
 // port is selected.
 void frmCOMPortSetting::optBaudRate_Click(int index) {
-    BaudRateChanged_ = index != BaudIndexOf(Services_.Setting("COMPort", "BaudRate"));
+    BaudRateChanged_ = index != BaudIndexOf(Services_.BaudRate);
     Ui_->cmdOK->setEnabled(BaudRateChanged_ && Ui_->cboPort->isEnabled());
 }
 
@@ -165,8 +165,7 @@ void frmCOMPortSetting::cmdOK_Click() {
         return;
     }
     const bool to57600 = Ui_->optBaudRate_0->isChecked();
-    Services_.Store("COMPort", "COM", std::to_string(control.CommPort()));
-    Services_.Store("COMPort", "BaudRate", to57600 ? "0" : "1");
+    Services_.Store(control.CommPort(), to57600 ? "0" : "1");
     const auto* const option = to57600 ? Ui_->optBaudRate_0 : Ui_->optBaudRate_1;
     Services_.ShowChoice(port, option->text().trimmed().toStdString());
     if (control.PortOpen()) {

@@ -6,7 +6,7 @@
 
 #include "forms/PlacedDialog.h"
 #include "platform/MSComm.h"
-#include "platform/Setting.h"
+#include "ports/PortTable.h"
 
 namespace burnwick {
 
@@ -21,8 +21,9 @@ class frmCOMPortSetting final : public PlacedDialog {
 public:
     struct Services {
         MSComm& Control;  // is closed, and opened for a moment to try a port; must outlive the dialog
-        ReadSetting Setting;
-        WriteSetting Store;
+        OwnDevices Devices;
+        std::string BaudRate;  // as it is stored: "0" or "1"
+        std::function<void(int port, const std::string& baudRate)> Store;
         // Tells the user what was chosen: the port's number, the speed as text.
         std::function<void(int port, const std::string& baudRate)> ShowChoice;
         // The speed chosen is another one than before.

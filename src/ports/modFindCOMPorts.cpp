@@ -27,11 +27,11 @@ private:
 
 }  // namespace
 
-std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read) {
+std::vector<FoundPort> SurveyPorts(MSComm& control, const OwnDevices& own) {
     const Probing probing(control);
     std::vector<FoundPort> found;
     for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
-        const std::string device = DeviceOf(port, read);
+        const std::string device = DeviceOf(port, own);
         const CommResult error = TestPort(control, port);
         if (!error || DevicePresent(device)) {
             found.push_back({port, device, DescribeDevice(device), !error, error ? error->Description : ""});
@@ -40,8 +40,8 @@ std::vector<FoundPort> SurveyPorts(MSComm& control, const ReadSetting& read) {
     return found;
 }
 
-PortEntries FindCOMPorts(MSComm& control, const ReadSetting& read) {
-    return EntriesOf(SurveyPorts(control, read), control.CommPort());
+PortEntries FindCOMPorts(MSComm& control, const OwnDevices& own) {
+    return EntriesOf(SurveyPorts(control, own), control.CommPort());
 }
 
 CommResult TestPort(MSComm& control, int port) {
@@ -55,9 +55,9 @@ CommResult TestPort(MSComm& control, int port) {
     return error;
 }
 
-int ChooseStartupPort(MSComm& control, const ReadSetting& read, const WriteSetting& write) {
+int ChooseStartupPort(MSComm& control, const std::string& stored,
+                      const std::function<void(int port)>& store) {
     const Probing probing(control);
-    const std::string stored = read("COMPort", "COM");
     if (!stored.empty()) {
         const long number = std::strtol(stored.c_str(), nullptr, 10);
         const bool exists = number >= MSComm::FirstPort && number <= MSComm::LastPort;
@@ -66,7 +66,7 @@ int ChooseStartupPort(MSComm& control, const ReadSetting& read, const WriteSetti
     const int before = control.CommPort();
     for (int port = MSComm::FirstPort; port <= MSComm::LastPort; ++port) {
         if (!TestPort(control, port)) {
-            write("COMPort", "COM", std::to_string(port));
+            store(port);
             return port;
         }
     }

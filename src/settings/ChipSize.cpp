@@ -8,8 +8,6 @@ namespace burnwick {
 namespace {
 
 constexpr std::size_t FourMegabit = 2;
-constexpr auto Section = "ChipSelect";
-constexpr auto Key = "UploadChipSize";
 
 }  // namespace
 
@@ -22,14 +20,6 @@ std::size_t ChipIndexOf(std::string_view stored) {
     std::size_t index = 0;
     const auto [end, error] = std::from_chars(stored.data(), stored.data() + stored.size(), index);
     return error == std::errc() && index < ChipSizes.size() ? index : FourMegabit;
-}
-
-std::size_t ReadChipIndex(const ReadSetting& read) {
-    return ChipIndexOf(read(Section, Key));
-}
-
-void WriteChipIndex(const WriteSetting& write, std::size_t index) {
-    write(Section, Key, std::to_string(index));
 }
 
 }  // namespace burnwick

@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Setting.h"
-
 namespace burnwick {
 
 // A size of the unit's flash chip, and how many blocks an upload reads of it.
@@ -29,9 +27,5 @@ std::string ChipCaption(std::size_t index);
 // The index for the number with which a stored text begins, after blanks. That of 4 Mbit for a text without
 // a number, and for a number that is no index.
 std::size_t ChipIndexOf(std::string_view stored);
-
-// The index chosen last, and how it is kept.
-std::size_t ReadChipIndex(const ReadSetting& read);
-void WriteChipIndex(const WriteSetting& write, std::size_t index);
 
 }  // namespace burnwick

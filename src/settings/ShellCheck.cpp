@@ -7,16 +7,6 @@ namespace burnwick {
 
 namespace {
 
-constexpr const char* OptionsSection = "Options";
-
-// Writing costs locks and a look at the file: a start is to be quick.
-void Store(const std::string& key, const std::string& value, const ReadSetting& read,
-           const WriteSetting& write) {
-    if (read(OptionsSection, key) != value) {
-        write(OptionsSection, key, value);
-    }
-}
-
 // A path may be written in several ways: in small letters or short names where a system takes these.
 bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
     std::error_code error;
@@ -26,20 +16,28 @@ bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) 
 }  // namespace
 
 void CheckShellIntegration(ShellIntegration& shell, const std::filesystem::path& program,
-                           const ReadSetting& read, const WriteSetting& write) {
+                           SettingStore& settings) {
     const auto associated = shell.AssociatedProgram();
-    if (associated.empty()) {
-        Store("ContextMenu", "No", read, write);
-    } else if (!IsSameFile(associated, program)) {
+    const bool isAnothers = !associated.empty() && !IsSameFile(associated, program);
+    if (isAnothers) {
         shell.RegisterFileType(program);
-        Store("ContextMenu", "Yes", read, write);
     }
-    if (read(OptionsSection, "Desktop") == "Yes") {
+    const bool hasShortcut = settings.Value(Setting::Desktop) == "Yes";
+    if (hasShortcut) {
         shell.CreateDesktopShortcut(program);
     } else {
         shell.DeleteDesktopShortcut();
-        Store("Desktop", "No", read, write);
     }
+    settings.Change([&](SettingValues& values) {
+        if (associated.empty()) {
+            values.Store(Setting::ContextMenu, "No");
+        } else if (isAnothers) {
+            values.Store(Setting::ContextMenu, "Yes");
+        }
+        if (!hasShortcut) {
+            values.Store(Setting::Desktop, "No");
+        }
+    });
 }
 
 }  // namespace burnwick

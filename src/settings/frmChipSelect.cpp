@@ -2,22 +2,21 @@
 
 #include <QRadioButton>
 #include <algorithm>
-#include <utility>
 
 #include "forms/FormParts.h"
 #include "ui_frmChipSelect.h"
 
 namespace burnwick {
 
-frmChipSelect::frmChipSelect(const ReadSetting& read, WriteSetting write, QWidget* parent)
-    : PlacedDialog(parent), Write_(std::move(write)), Ui_(std::make_unique<Ui::frmChipSelect>()) {
+frmChipSelect::frmChipSelect(SettingValues& settings, QWidget* parent)
+    : PlacedDialog(parent), Settings_(settings), Ui_(std::make_unique<Ui::frmChipSelect>()) {
     Ui_->setupUi(this);
     optChipSize_ = {Ui_->optChipSize_0, Ui_->optChipSize_1, Ui_->optChipSize_2, Ui_->optChipSize_3};
     for (std::size_t index = 0; index < optChipSize_.size(); ++index) {
         optChipSize_[index]->setText(QString::fromStdString(ChipCaption(index)));
     }
     NameControls(*this);
-    QRadioButton* const selected = optChipSize_[ReadChipIndex(read)];
+    QRadioButton* const selected = optChipSize_[ChipIndexOf(settings.Stored(Setting::UploadChipSize))];
     selected->setChecked(true);
     selected->setFocus();
     connect(Ui_->cmdOK, &QPushButton::clicked, this, &frmChipSelect::cmdOK_Click);
@@ -32,7 +31,7 @@ int frmChipSelect::UploadBlocks() const {
 
 void frmChipSelect::cmdOK_Click() {
     FinishClicks(*this);
-    WriteChipIndex(Write_, SelectedIndex());
+    Settings_.Store(Setting::UploadChipSize, std::to_string(SelectedIndex()));
     accept();
 }
 

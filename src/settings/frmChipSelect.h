@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "forms/PlacedDialog.h"
-#include "platform/Setting.h"
 #include "settings/ChipSize.h"
+#include "settings/Settings.h"
 
 class QRadioButton;
 
@@ -21,7 +21,7 @@ class frmChipSelect final : public PlacedDialog {
     Q_OBJECT
 
 public:
-    frmChipSelect(const ReadSetting& read, WriteSetting write, QWidget* parent = nullptr);
+    explicit frmChipSelect(SettingValues& settings, QWidget* parent = nullptr);
     ~frmChipSelect() override;
 
     // How many blocks to read, once OK is chosen; 0 without that.
@@ -31,7 +31,7 @@ private:
     void cmdOK_Click();
     std::size_t SelectedIndex() const;
 
-    WriteSetting Write_;
+    SettingValues& Settings_;
     std::unique_ptr<Ui::frmChipSelect> Ui_;
     std::array<QRadioButton*, ChipSizes.size()> optChipSize_{};
 };

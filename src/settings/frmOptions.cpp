@@ -28,12 +28,12 @@ frmOptions::frmOptions(Services services, QWidget* parent)
 frmOptions::~frmOptions() = default;
 
 void frmOptions::LoadSettings() {
-    Ui_->chkFlashMenu->setChecked(Is("ContextMenu", "Yes"));
-    Ui_->chkDesktop->setChecked(Is("Desktop", "Yes"));
-    Ui_->chkVerify->setChecked(Is("Verify", "1"));
+    Ui_->chkFlashMenu->setChecked(Is(Setting::ContextMenu, "Yes"));
+    Ui_->chkDesktop->setChecked(Is(Setting::Desktop, "Yes"));
+    Ui_->chkVerify->setChecked(Is(Setting::Verify, "1"));
     QRadioButton* selected = optLogOption_[Summary];
     for (QRadioButton* const option : optLogOption_) {
-        if (Is("LogOption", option->text().toStdString())) {
+        if (Is(Setting::LogOption, option->text().toStdString())) {
             selected = option;
         }
     }
@@ -46,45 +46,35 @@ void frmOptions::LoadSettings() {
 
 void frmOptions::cmdOK_Click() {
     FinishClicks(*this);
-    {
-        const Hourglass hourglass;
-        StoreFileType();
-        StoreShortcut();
-    }
+    ChangeDesktop();
     const auto* const selected =
         *std::find_if(optLogOption_.begin(), optLogOption_.end(),
                       [](const QRadioButton* option) { return option->isChecked(); });
-    Store("LogOption", selected->text().toStdString());
-    Store("Verify", Ui_->chkVerify->isChecked() ? "1" : "0");
+    Services_.Settings.Change([&](SettingValues& settings) {
+        settings.Store(Setting::ContextMenu, Ui_->chkFlashMenu->isChecked() ? "Yes" : "No");
+        settings.Store(Setting::Desktop, Ui_->chkDesktop->isChecked() ? "Yes" : "No");
+        settings.Store(Setting::LogOption, selected->text().toStdString());
+        settings.Store(Setting::Verify, Ui_->chkVerify->isChecked() ? "1" : "0");
+    });
     accept();
 }
 
-void frmOptions::StoreFileType() {
+void frmOptions::ChangeDesktop() const {
+    const Hourglass hourglass;
     if (Ui_->chkFlashMenu->isChecked()) {
         Services_.Shell.RegisterFileType(Services_.Program);
-        Store("ContextMenu", "Yes");
     } else {
         Services_.Shell.UnregisterFileType();
-        Store("ContextMenu", "No");
     }
-}
-
-void frmOptions::StoreShortcut() {
     if (Ui_->chkDesktop->isChecked()) {
         Services_.Shell.CreateDesktopShortcut(Services_.Program);
-        Store("Desktop", "Yes");
     } else {
         Services_.Shell.DeleteDesktopShortcut();
-        Store("Desktop", "No");
     }
 }
 
-bool frmOptions::Is(const std::string& key, const std::string& value) const {
-    return Services_.Setting("Options", key) == value;
-}
-
-void frmOptions::Store(const std::string& key, const std::string& value) const {
-    Services_.Store("Options", key, value);
+bool frmOptions::Is(const SettingEntry& entry, const std::string& value) const {
+    return Services_.Settings.Stored(entry) == value;
 }
 
 }  // namespace burnwick

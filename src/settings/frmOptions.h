@@ -6,8 +6,8 @@
 #include <string>
 
 #include "forms/PlacedDialog.h"
-#include "platform/Setting.h"
 #include "platform/ShellIntegration.h"
+#include "settings/Settings.h"
 
 class QRadioButton;
 
@@ -24,9 +24,8 @@ class frmOptions final : public PlacedDialog {
 
 public:
     struct Services {
-        ReadSetting Setting;
-        WriteSetting Store;
-        ShellIntegration& Shell;  // must outlive the dialog
+        SettingStore& Settings;  // they must outlive the dialog
+        ShellIntegration& Shell;
         std::filesystem::path Program;
     };
 
@@ -36,10 +35,8 @@ public:
 private:
     void LoadSettings();
     void cmdOK_Click();
-    void StoreFileType();
-    void StoreShortcut();
-    bool Is(const std::string& key, const std::string& value) const;
-    void Store(const std::string& key, const std::string& value) const;
+    void ChangeDesktop() const;
+    bool Is(const SettingEntry& entry, const std::string& value) const;
 
     Services Services_;
     std::unique_ptr<Ui::frmOptions> Ui_;

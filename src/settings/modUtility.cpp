@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
-#include <utility>
+#include <optional>
 
 #include "platform/EightBitText.h"
 #include "platform/FileLock.h"
 #include "platform/ReadWholeFile.h"
 #include "platform/ReplaceFile.h"
 #include "platform/Utf16.h"
-#include "settings/IniText.h"
 
 namespace burnwick::modUtility {
 
@@ -85,18 +84,23 @@ std::string ReadIniValue(const std::string& section, const std::string& key) {
 }
 
 void WriteIniValue(const std::string& section, const std::string& key, const std::string& value) {
+    ChangeIni([&](IniText& ini) { ini.SetValue(section, key, value); });
+}
+
+void ChangeIni(const std::function<void(IniText&)>& change) {
+    // The file as it should be. A file that cannot be read must not be replaced: what is in it would be lost.
+    const auto changed = [&]() -> std::optional<std::string> {
+        const auto text = ReadWholeFile(IniPath());
+        IniText ini(text.value_or(""));
+        change(ini);
+        return text && ini.Text() != *text ? std::optional(ini.Text()) : std::nullopt;
+    };
+    if (!changed()) {
+        return;
+    }
     const auto lock = LockIni();
-    if (!lock) {
-        return;
-    }
-    // A file that cannot be read must not be replaced: what is in it would be lost.
-    auto text = ReadWholeFile(IniPath());
-    if (!text) {
-        return;
-    }
-    IniText ini(std::move(*text));
-    if (ini.SetValue(section, key, value)) {
-        ReplaceFile(IniPath(), ini.Text());
+    if (const auto text = lock ? changed() : std::nullopt) {
+        ReplaceFile(IniPath(), *text);
     }
 }
 

@@ -2,7 +2,10 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <string>
+
+#include "settings/IniText.h"
 
 // The settings file.
 namespace burnwick::modUtility {
@@ -21,5 +24,9 @@ std::string ReadIniValue(const std::string& section, const std::string& key);
 // Stores a value, and makes file, section and key when they are missing; every other line stays as it is. The
 // file is replaced whole, under a lock that other copies of the program heed. What cannot be written is left.
 void WriteIniValue(const std::string& section, const std::string& key, const std::string& value);
+
+// The same for several values: one lock, one replacement. `change` is called on the file's text without the
+// lock first, and again under it if that has changed the text.
+void ChangeIni(const std::function<void(IniText&)>& change);
 
 }  // namespace burnwick::modUtility

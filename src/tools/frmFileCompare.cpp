@@ -99,8 +99,7 @@ void frmFileCompare::cmdFile2_Click() {
 }
 
 void frmFileCompare::SelectFile(const std::string& title, QLineEdit& file) {
-    const std::string chosen =
-        AskForFileToOpen(this, title, "Binary File (*.Bin)", Services_.Setting("Path", "LastPath"));
+    const std::string chosen = AskForFileToOpen(this, title, "Binary File (*.Bin)", Services_.Folder);
     if (!chosen.empty()) {
         file.setText(QString::fromStdString(chosen));
     }

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "forms/PlacedDialog.h"
-#include "platform/Setting.h"
 
 class QLineEdit;
 
@@ -27,7 +26,7 @@ class frmFileCompare final : public PlacedDialog {
 
 public:
     struct Services {
-        ReadSetting Setting;
+        std::string Folder;  // in which files are looked for
         std::function<void()> Beep;
     };
 

@@ -38,10 +38,7 @@ int CliTest::Run(const std::vector<std::string>& arguments) {
         .ErrColumns = Columns,
         .Color = Color,
         .Loop = Loop,
-        .Setting = [this](const std::string& section,
-                          const std::string& key) { return Settings[section + "/" + key]; },
-        .Store = [this](const std::string& section, const std::string& key,
-                        const std::string& value) { Settings[section + "/" + key] = value; },
+        .Settings = Settings,
         .ProgramFolder = Folder.Path() / "home",
         .NewDevice = [this] { return NewDevice(); },
         .NewJob =

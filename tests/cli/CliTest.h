@@ -13,6 +13,7 @@
 #include "cli/CommandLine.h"
 #include "simulator/Line.h"
 #include "simulator/Unit.h"
+#include "support/FakeSettings.h"
 #include "support/SampleImages.h"
 #include "support/SimulatedDevice.h"
 #include "support/TempFolder.h"
@@ -48,7 +49,7 @@ protected:
 
     TempFolder Folder;
     VirtualLoop Loop;
-    std::map<std::string, std::string> Settings;  // "COMPort/COM" and so on
+    FakeSettings Settings;
     std::optional<CommError> PortTrouble;
     int Columns = 0;
     bool Color = false;

@@ -28,7 +28,7 @@ protected:
                 const std::function<void()>& prepare) {
         Folder.Write("image.bin", SampleImage(ImageSize));
         std::string text = RunPrepared(arguments, prepare);
-        text += "== log\n" + LogText() + "== settings\n" + SettingsText(Settings);
+        text += "== log\n" + LogText() + "== settings\n" + SettingsText(Settings.Values);
         arguments.emplace_back("--json");
         text += RunPrepared(arguments, prepare);
         ExpectGolden("cli/" + name, Normalized(text, Folder.Path(), SystemDeviceOf(2)));

@@ -35,18 +35,7 @@ WindowTest::WindowTest()
     : Services_{
         .Loop = GuiLoop_,
         .PortLoop = GuiLoop_,
-        .Setting =
-            [this](const std::string& section, const std::string& key) {
-                Note("read " + section + "/" + key);
-                return Settings[section + "/" + key];
-            },
-        .Store =
-            [this](const std::string& section, const std::string& key, const std::string& value) {
-                Note("write " + section + "/" + key + "=" + value);
-                Stored.push_back(section + "/" + key + "=" + value);
-                Settings[section + "/" + key] = value;
-                OnStore(section + "/" + key);
-            },
+        .Settings = Settings,
         .ProgramFolder = {},
         .Executable = {},
         .Shell = Shell,
@@ -73,9 +62,12 @@ WindowTest::WindowTest()
                 return true;
             },
     } {
-    Settings["COMPort/COM"] = "1";
-    Settings["COMPort/BaudRate"] = "1";
-    Settings["Options/LogOption"] = "&All";
+    Settings.OnRead = [this](const auto& name) { Note("read " + name); };
+    Settings.OnStore = [this](const auto& name, const auto& value) {
+        Note("write " + name + "=" + value);
+        Stored.push_back(name + "=" + value);
+        OnStore(name);
+    };
     Shell.Note = [this](const std::string& call) { Note(call); };
     GuiLoop_.Look = [this] { LookAtStatus(); };
 }

@@ -11,6 +11,7 @@
 #include "gui/WindowUser.h"
 #include "simulator/Line.h"
 #include "simulator/Unit.h"
+#include "support/FakeSettings.h"
 #include "support/SampleImages.h"
 #include "support/SimulatedDevice.h"
 #include "support/VirtualLoop.h"
@@ -44,8 +45,8 @@ protected:
     bool IsIdle() const { return WindowUser::IsIdle() && AwakeNow == 0; }
 
     VirtualLoop Loop;
-    std::map<std::string, std::string> Settings;  // "COMPort/COM" and so on
-    std::vector<std::string> Calls;               // what the window asked of the world, in order
+    FakeSettings Settings{{"COMPort/COM", "1"}, {"COMPort/BaudRate", "1"}, {"Options/LogOption", "&All"}};
+    std::vector<std::string> Calls;  // what the window asked of the world, in order
     std::optional<CommError> PortTrouble;
     std::string TroubledDevice;  // its path; every one when empty
     std::unique_ptr<simulator::Unit> Unit;

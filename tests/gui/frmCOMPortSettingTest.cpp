@@ -73,8 +73,7 @@ TEST_F(frmCOMPortSettingTest, TakesAnyNonsenseThatIsStoredFor57600) {
     const std::string nines(240, '9');
     const std::vector<std::string> nonsense{"", "2", "x", "\t&%n\xFF" + nines, nines};
     for (const std::string& stored : nonsense) {
-        Settings["COMPort/BaudRate"] = stored;
-        frmCOMPortSetting form({Control, Read, nullptr, nullptr, nullptr});
+        frmCOMPortSetting form({Control, Devices, stored, nullptr, nullptr, nullptr});
         EXPECT_TRUE(form.findChild<QRadioButton*>("optBaudRate_0")->isChecked()) << stored;
         EXPECT_FALSE(form.findChild<QPushButton*>("cmdOK")->isEnabled()) << stored;
     }
@@ -127,7 +126,7 @@ TEST_F(frmCOMPortSettingTest, KeepsOKForASpeedThatIsClickedAgain) {
 TEST_F(frmCOMPortSettingTest, StoresAnotherPort) {
     Choose(2);
     Click(OK());
-    EXPECT_THAT(Calls, ElementsAre("store COMPort/COM=16", "store COMPort/BaudRate=1", "show COM16 115200"));
+    EXPECT_THAT(Calls, ElementsAre("store COM16 1", "show COM16 115200"));
     EXPECT_EQ(Control.CommPort(), 16);
     EXPECT_FALSE(Control.PortOpen());
     EXPECT_FALSE(Form().isVisible());
@@ -137,16 +136,14 @@ TEST_F(frmCOMPortSettingTest, StoresAnotherPort) {
 TEST_F(frmCOMPortSettingTest, StoresBothKeysAndLogsAnotherSpeed) {
     Click(Option(0));
     Click(OK());
-    EXPECT_THAT(Calls, ElementsAre("store COMPort/COM=1", "store COMPort/BaudRate=0", "show COM1 57600",
-                                   "log 57600"));
+    EXPECT_THAT(Calls, ElementsAre("store COM1 0", "show COM1 57600", "log 57600"));
 }
 
 TEST_F(frmCOMPortSettingTest, LogsTheFasterSpeed) {
     Settings["COMPort/BaudRate"] = "0";
     Click(Option(1));
     Click(OK());
-    EXPECT_THAT(Calls, ElementsAre("store COMPort/COM=1", "store COMPort/BaudRate=1", "show COM1 115200",
-                                   "log 115200"));
+    EXPECT_THAT(Calls, ElementsAre("store COM1 1", "show COM1 115200", "log 115200"));
 }
 
 TEST_F(frmCOMPortSettingTest, TestsAnotherPortAndNoOther) {

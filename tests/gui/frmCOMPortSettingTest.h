@@ -33,7 +33,7 @@ protected:
     frmCOMPortSettingTest()
         : Device(*new SomePorts(Loop, There)),  // owned by Control
           Control(Loop, std::unique_ptr<SerialDevice>(&Device),
-                  [this](int port) { return DeviceOf(port, Read); }) {
+                  [this](int port) { return DeviceOf(port, Devices); }) {
         QApplication::setDoubleClickInterval(1);
     }
 
@@ -41,11 +41,13 @@ protected:
         return std::make_unique<frmCOMPortSetting>(
             frmCOMPortSetting::Services{
                 .Control = Control,
-                .Setting = Read,
+                .Devices = Devices,
+                .BaudRate = Settings["COMPort/BaudRate"],
                 .Store =
-                    [this](const auto& section, const auto& key, const auto& value) {
-                        Settings[section + "/" + key] = value;
-                        Note("store " + section + "/" + key + "=" + value);
+                    [this](int port, const std::string& baudRate) {
+                        Settings["COMPort/COM"] = std::to_string(port);
+                        Settings["COMPort/BaudRate"] = baudRate;
+                        Note("store COM" + std::to_string(port) + " " + baudRate);
                     },
                 .ShowChoice =
                     [this](int port, const std::string& baudRate) {
@@ -106,9 +108,7 @@ protected:
 
     std::map<std::string, std::string> Settings{{"COMPort/COM", "1"}, {"COMPort/BaudRate", "1"}};
     std::vector<std::string> Calls;  // what the dialog asked of the world, in order
-    ReadSetting Read = [this](const std::string& section, const std::string& key) {
-        return Settings[section + "/" + key];
-    };
+    OwnDevices Devices = [this](int port) { return Settings["Ports/COM" + std::to_string(port)]; };
     VirtualLoop Loop;
     std::set<std::string> There{SystemDeviceOf(1), SystemDeviceOf(6), SystemDeviceOf(16)};
     SomePorts& Device;

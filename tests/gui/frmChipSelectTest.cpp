@@ -6,20 +6,17 @@
 #include <vector>
 
 #include "gui/FormTest.h"
+#include "support/FakeSettings.h"
 
 namespace burnwick::test {
 
 using ::testing::IsEmpty;
-using Settings = std::map<std::string, std::string>;
 
 class frmChipSelectTest : public FormTest {
 protected:
     std::unique_ptr<QDialog> New() override {
-        return std::make_unique<frmChipSelect>(
-            [this](const auto& section, const auto& key) { return Stored[section + "/" + key]; },
-            [this](const auto& section, const auto& key, const auto& value) {
-                Written[section + "/" + key] = value;
-            });
+        Stored.OnStore = [this](const auto& name, const auto& value) { Written[name] = value; };
+        return std::make_unique<frmChipSelect>(Stored);
     }
 
     int UploadBlocks() { return dynamic_cast<frmChipSelect&>(Form()).UploadBlocks(); }
@@ -35,8 +32,8 @@ protected:
         return selected;
     }
 
-    Settings Stored;
-    Settings Written;
+    FakeSettings Stored;
+    std::map<std::string, std::string> Written;
 };
 
 TEST_F(frmChipSelectTest, AsksForTheChipSize) {
@@ -87,13 +84,13 @@ TEST_F(frmChipSelectTest, GivesTheBlocksOfTheSelectedSizeOnOK) {
 TEST_F(frmChipSelectTest, StoresTheSelectedIndexOnOK) {
     Tick(Option(3));
     Click("cmdOK");
-    EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "3"}}));
+    EXPECT_EQ(Written, (std::map<std::string, std::string>{{"ChipSelect/UploadChipSize", "3"}}));
     EXPECT_FALSE(Form().isVisible());
 }
 
 TEST_F(frmChipSelectTest, StoresTheSizeThatItBeganWithOnOK) {
     Click("cmdOK");
-    EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "2"}}));
+    EXPECT_EQ(Written, (std::map<std::string, std::string>{{"ChipSelect/UploadChipSize", "2"}}));
 }
 
 TEST_F(frmChipSelectTest, StoresNothingBeforeOK) {
@@ -114,7 +111,7 @@ TEST_F(frmChipSelectTest, StoresNothingOnCancel) {
 TEST_F(frmChipSelectTest, TakesEnterForOK) {
     Press(Qt::Key_Return);
     EXPECT_EQ(UploadBlocks(), 2048);
-    EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "2"}}));
+    EXPECT_EQ(Written, (std::map<std::string, std::string>{{"ChipSelect/UploadChipSize", "2"}}));
 }
 
 TEST_F(frmChipSelectTest, TakesEscapeForCancel) {
@@ -142,7 +139,7 @@ TEST_F(frmChipSelectTest, TakesASizeWhoseShortcutKeyIsFollowedByEnterAtOnce) {
     Press(Qt::Key_1, Qt::AltModifier);
     Press(Qt::Key_Return);
     EXPECT_EQ(UploadBlocks(), 256);
-    EXPECT_EQ(Written, (Settings{{"ChipSelect/UploadChipSize", "0"}}));
+    EXPECT_EQ(Written, (std::map<std::string, std::string>{{"ChipSelect/UploadChipSize", "0"}}));
 }
 
 TEST_F(frmChipSelectTest, SelectsTheNextSizeByAnArrowKey) {
@@ -179,7 +176,7 @@ TEST_F(frmChipSelectTest, StandsThereWhereverItsParentIs) {
     QWidget parent;
     parent.setGeometry(0, 0, 50, 50);
     parent.show();
-    frmChipSelect form([](const auto&, const auto&) { return ""; }, nullptr, &parent);
+    frmChipSelect form(Stored, &parent);
     form.show();
     const QPoint away = form.frameGeometry().center() - parent.screen()->availableGeometry().center();
     EXPECT_LE(away.manhattanLength(), 2);

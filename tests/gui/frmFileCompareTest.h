@@ -25,12 +25,7 @@ class frmFileCompareTest : public FormTest {
 protected:
     std::unique_ptr<QDialog> New() override {
         auto form = std::make_unique<frmFileCompare>(
-            frmFileCompare::Services{.Setting =
-                                         [this](const auto& section, const auto& key) {
-                                             Asked.push_back(section + "/" + key);
-                                             return LastPath;
-                                         },
-                                     .Beep = [this] { ++Beeps; }});
+            frmFileCompare::Services{.Folder = LastPath, .Beep = [this] { ++Beeps; }});
         User.LeaveAlone(*form);
         return form;
     }
@@ -77,7 +72,6 @@ protected:
     std::string Here = Folder.Write("here.bin", ImageBuilder(0x40000).TypeCode("C0DE0149").Build());
     std::string Copy = Folder.Write("copy.bin", ImageBuilder(0x40000).TypeCode("C0DE0149").Build());
     std::string LastPath;
-    std::vector<std::string> Asked;  // of the settings
     int Beeps = 0;
     Answers User;
 

@@ -85,8 +85,7 @@ TEST_F(frmMainDialogs, OptionsAreStoredAndReachTheDesktop) {
         QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
     });
     Trigger("mnuToolOptions");
-    EXPECT_THAT(Stored, ElementsAre("Options/ContextMenu=Yes", "Options/Desktop=No", "Options/LogOption=&All",
-                                    "Options/Verify=0"));
+    EXPECT_THAT(Stored, ElementsAre("Options/ContextMenu=Yes", "Options/Verify=0"));
     EXPECT_THAT(Calls, Contains("register /opt/burnwick/Burnwick"));
 }
 

@@ -29,7 +29,7 @@ protected:
         for (const auto& stored : Stored) {
             text += stored + "\n";
         }
-        text += "== log\n" + LogText() + "== settings\n" + SettingsText(Settings);
+        text += "== log\n" + LogText() + "== settings\n" + SettingsText(Settings.Values);
         ExpectGolden("window/" + name, Normalized(text, Folder.Path(), SystemDeviceOf(1)));
         EXPECT_TRUE(IsIdle());
     }

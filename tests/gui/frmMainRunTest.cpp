@@ -497,7 +497,7 @@ TEST_F(frmMainRun, CallsAUserWhoIsElsewhereBeforeItAsksForAVerification) {
 TEST_F(frmMainRun, AMissingLogOptionIsStoredAgainAndTheRunIsLoggedInFull) {
     ConnectUnitOfSize(ImageSize);
     Start();
-    WhenStatus("Sending block", [this] { Settings.erase("Options/LogOption"); });
+    WhenStatus("Sending block", [this] { Settings.Values.erase("Options/LogOption"); });
     Download(Image());
     EXPECT_EQ(Settings["Options/LogOption"], "&All");
     EXPECT_THAT(LogText(), HasSubstr("File Information: "));

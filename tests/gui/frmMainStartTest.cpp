@@ -72,7 +72,7 @@ TEST_F(frmMainStart, IgnoresAPortOutsideOneToSixteen) {
 }
 
 TEST_F(frmMainStart, FillsInWhatTheSettingsLack) {
-    Settings.clear();
+    Settings.Values.clear();
     Start();
     EXPECT_EQ(Settings["Options/LogOption"], "&All");
     EXPECT_EQ(Settings["Options/ContextMenu"], "No");
@@ -83,12 +83,12 @@ TEST_F(frmMainStart, FillsInWhatTheSettingsLack) {
 }
 
 TEST_F(frmMainStart, TakesItsStepsInTheirOrder) {
-    Settings.clear();
+    Settings.Values.clear();
     Start();
     const std::vector steps{PlaceOf("copies of Burnwick"),
                             PlaceOf("read Status/Programming"),
-                            PlaceOf("write Options/ContextMenu=No"),
                             PlaceOf("no shortcut"),
+                            PlaceOf("write Options/ContextMenu=No"),
                             PlaceOf("write Options/Desktop=No"),
                             PlaceOf("write Options/LogOption=&All"),
                             PlaceOf("read COMPort/COM"),

@@ -19,7 +19,7 @@ protected:
     }
 
     void ConfirmWith(const std::vector<std::string>& boxes, const std::filesystem::path& program) {
-        frmOptions form({modUtility::ReadIniValue, modUtility::WriteIniValue, *Shell, program});
+        frmOptions form({IniSettings(), *Shell, program});
         form.show();
         for (const auto& box : boxes) {
             auto* const control = form.findChild<QWidget*>(QString::fromStdString(box));
@@ -67,7 +67,7 @@ TEST_F(frmOptionsDesktopTest, PutALauncherOnTheDesktopAndTakeItAway) {
 TEST_F(frmOptionsDesktopTest, FollowAProgramThatWasMovedAtItsNextStart) {
     ConfirmWith({"chkDesktop", "chkFlashMenu"}, Program);
     const auto moved = Home / "moved/Burnwick";
-    CheckShellIntegration(*Shell, moved, modUtility::ReadIniValue, modUtility::WriteIniValue);
+    CheckShellIntegration(*Shell, moved, IniSettings());
     EXPECT_EQ(Shell->AssociatedProgram(), moved);
     EXPECT_THAT(TextOf(Launcher), HasSubstr(moved.string()));
     EXPECT_EQ(modUtility::ReadIniValue("Options", "ContextMenu"), "Yes");

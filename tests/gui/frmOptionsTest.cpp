@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "gui/FormTest.h"
+#include "support/FakeSettings.h"
 #include "support/FakeShell.h"
 
 namespace burnwick::test {
@@ -19,15 +20,12 @@ class frmOptionsTest : public FormTest {
 protected:
     frmOptionsTest() {
         Shell.Note = [this](const std::string& call) { Done.push_back(call); };
+        Stored.OnStore = [this](const auto& name, const auto& value) { Done.push_back(name + "=" + value); };
     }
 
     std::unique_ptr<QDialog> New() override {
-        return std::make_unique<frmOptions>(frmOptions::Services{
-            .Setting = [this](const auto& section, const auto& key) { return Stored[section + "/" + key]; },
-            .Store = [this](const auto& section, const auto& key,
-                            const auto& value) { Done.push_back(section + "/" + key + "=" + value); },
-            .Shell = Shell,
-            .Program = "/opt/burnwick/Burnwick"});
+        return std::make_unique<frmOptions>(
+            frmOptions::Services{.Settings = Stored, .Shell = Shell, .Program = "/opt/burnwick/Burnwick"});
     }
 
     bool IsTicked(const std::string& control) { return Find(control).property("checked").toBool(); }
@@ -42,8 +40,8 @@ protected:
     }
 
     FakeShell Shell;
-    std::map<std::string, std::string> Stored;  // "Options/Verify" and so on
-    std::vector<std::string> Done;              // in order
+    FakeSettings Stored;
+    std::vector<std::string> Done;  // in order
 };
 
 TEST_F(frmOptionsTest, AsksForFourThingsInThreeFrames) {
@@ -75,14 +73,14 @@ TEST_F(frmOptionsTest, ShowsNothingTickedWithoutSettings) {
 }
 
 TEST_F(frmOptionsTest, ShowsTheStoredSettings) {
-    Stored = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "Yes"}, {"Options/Verify", "1"}};
+    Stored.Values = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "Yes"}, {"Options/Verify", "1"}};
     EXPECT_TRUE(IsTicked("chkVerify"));
     EXPECT_TRUE(IsTicked("chkDesktop"));
     EXPECT_TRUE(IsTicked("chkFlashMenu"));
 }
 
 TEST_F(frmOptionsTest, TakesAnyOtherSettingForNo) {
-    Stored = {{"Options/ContextMenu", "yes"}, {"Options/Desktop", "1"}, {"Options/Verify", "Yes"}};
+    Stored.Values = {{"Options/ContextMenu", "yes"}, {"Options/Desktop", "1"}, {"Options/Verify", "Yes"}};
     EXPECT_FALSE(IsTicked("chkVerify"));
     EXPECT_FALSE(IsTicked("chkDesktop"));
     EXPECT_FALSE(IsTicked("chkFlashMenu"));
@@ -118,9 +116,9 @@ TEST_F(frmOptionsTest, PutsBothOnTheDesktopAndStoresAllOnOK) {
     Tick("chkFlashMenu");
     Tick("optLogOption_2");
     Click("cmdOK");
-    EXPECT_THAT(Done, ElementsAre("register /opt/burnwick/Burnwick", "Options/ContextMenu=Yes",
-                                  "shortcut /opt/burnwick/Burnwick", "Options/Desktop=Yes",
-                                  "Options/LogOption=&All", "Options/Verify=1"));
+    EXPECT_THAT(Done, ElementsAre("register /opt/burnwick/Burnwick", "shortcut /opt/burnwick/Burnwick",
+                                  "Options/ContextMenu=Yes", "Options/Desktop=Yes", "Options/LogOption=&All",
+                                  "Options/Verify=1"));
     EXPECT_FALSE(Form().isVisible());
 }
 
@@ -131,18 +129,18 @@ TEST_F(frmOptionsTest, TakesAnOptionWhoseShortcutKeyIsFollowedByEnterAtOnce) {
 }
 
 TEST_F(frmOptionsTest, TakesBothFromTheDesktopOnOK) {
-    Stored = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "Yes"}, {"Options/Verify", "1"}};
+    Stored.Values = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "Yes"}, {"Options/Verify", "1"}};
     Tick("chkVerify");
     Tick("chkDesktop");
     Tick("chkFlashMenu");
     Tick("optLogOption_0");
     Click("cmdOK");
-    EXPECT_THAT(Done, ElementsAre("unregister", "Options/ContextMenu=No", "no shortcut", "Options/Desktop=No",
+    EXPECT_THAT(Done, ElementsAre("unregister", "no shortcut", "Options/ContextMenu=No", "Options/Desktop=No",
                                   "Options/LogOption=&Disable", "Options/Verify=0"));
 }
 
 TEST_F(frmOptionsTest, StoresWhatItBeganWithOnOK) {
-    Stored = {{"Options/LogOption", "nonsense"}};
+    Stored.Values = {{"Options/LogOption", "nonsense"}};
     Click("cmdOK");
     EXPECT_THAT(Done, AllOf(Contains("Options/LogOption=&Summary"), Contains("Options/Verify=0")));
 }
@@ -219,10 +217,10 @@ TEST_F(frmOptionsTest, CannotBeResized) {
 }
 
 TEST_F(frmOptionsTest, HasItsPictureTaken) {
-    Stored = {{"Options/ContextMenu", "Yes"},
-              {"Options/Desktop", "No"},
-              {"Options/Verify", "1"},
-              {"Options/LogOption", "&All"}};
+    Stored.Values = {{"Options/ContextMenu", "Yes"},
+                     {"Options/Desktop", "No"},
+                     {"Options/Verify", "1"},
+                     {"Options/LogOption", "&All"}};
     TakePicture("frmOptions");
 }
 

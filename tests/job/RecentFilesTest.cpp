@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
+#include "support/FakeSettings.h"
 
 namespace burnwick::test {
 
@@ -10,20 +10,15 @@ using ::testing::ElementsAre;
 
 class RecentFilesTest : public ::testing::Test {
 protected:
-    void Add(const std::string& path) { AddRecentFile(path, Read, Write); }
-    RecentFiles Files() const { return ReadRecentFiles(Read); }
+    void Add(const std::string& path) { AddRecentFile(path, Settings); }
+    RecentFiles Files() const { return ReadRecentFiles(Settings); }
     void Hold(const RecentFiles& files) {
         for (std::size_t i = 0; i < files.size(); ++i) {
             Settings["LastOpenFile/" + std::to_string(i + 1)] = files.at(i);
         }
     }
 
-    std::map<std::string, std::string> Settings;
-    ReadSetting Read = [this](const std::string& section, const std::string& key) {
-        return Settings[section + "/" + key];
-    };
-    WriteSetting Write = [this](const std::string& section, const std::string& key,
-                                const std::string& value) { Settings[section + "/" + key] = value; };
+    FakeSettings Settings;
 };
 
 TEST_F(RecentFilesTest, AreNoneWhereNothingIsStored) {

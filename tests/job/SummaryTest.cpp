@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "job/LogOption.h"
 #include "support/SampleImages.h"
 #include "support/TempFolder.h"
 
@@ -153,32 +152,6 @@ TEST_F(RunRecord, HoldsTheResultOfAVerification) {
     const auto record = RecordOfImage(700);
     EXPECT_TRUE(record.Verifying);
     EXPECT_EQ(record.Result, "Verifying was successfully.");
-}
-
-TEST(LogOption, IsSetToAllWhereNothingIsStored) {
-    std::string stored;
-    const auto read = [&](const std::string&, const std::string&) { return stored; };
-    const auto write = [&](const std::string& section, const std::string& key, const std::string& value) {
-        EXPECT_EQ(section, "Options");
-        EXPECT_EQ(key, "LogOption");
-        stored = value;
-    };
-    EXPECT_EQ(LogOption(read, write), "&All");
-    EXPECT_EQ(stored, "&All");
-}
-
-TEST(LogOption, IsKeptAsItIsStored) {
-    for (const char* stored : {"&All", "&Summary", "&Disable", "nonsense"}) {
-        const auto read = [&](const std::string&, const std::string&) { return std::string(stored); };
-        const auto write = [](const std::string&, const std::string&, const std::string&) { FAIL(); };
-        EXPECT_EQ(LogOption(read, write), stored);
-    }
-}
-
-TEST(LogOption, IsAllEvenWhereItCannotBeStored) {
-    const auto read = [](const std::string&, const std::string&) { return std::string(); };
-    const auto write = [](const std::string&, const std::string&, const std::string&) {};
-    EXPECT_EQ(LogOption(read, write), "&All");
 }
 
 }  // namespace burnwick::test

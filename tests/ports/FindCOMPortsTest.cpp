@@ -21,24 +21,24 @@ protected:
     FindCOMPorts()
         : Device(*new SomePorts(Loop, There)),  // owned by Control
           Control(Loop, std::unique_ptr<SerialDevice>(&Device),
-                  [this](int port) { return DeviceOf(port, Read); }) {}
+                  [this](int port) { return DeviceOf(port, Devices); }) {}
 
-    int StartupPort() { return modFindCOMPorts::ChooseStartupPort(Control, Read, Write); }
+    int StartupPort() {
+        return modFindCOMPorts::ChooseStartupPort(Control, Stored,
+                                                  [this](int port) { Stored = std::to_string(port); });
+    }
 
     std::vector<std::string> Listed() {
         std::vector<std::string> texts;
-        for (const auto& entry : modFindCOMPorts::FindCOMPorts(Control, Read).Entries) {
+        for (const auto& entry : modFindCOMPorts::FindCOMPorts(Control, Devices).Entries) {
             texts.push_back(entry.Text);
         }
         return texts;
     }
 
-    std::map<std::string, std::string> Settings;
-    ReadSetting Read = [this](const std::string& section, const std::string& key) {
-        return Settings[section + "/" + key];
-    };
-    WriteSetting Write = [this](const std::string& section, const std::string& key,
-                                const std::string& value) { Settings[section + "/" + key] = value; };
+    std::string Stored;  // the number of the port
+    std::map<int, std::string> Own;
+    OwnDevices Devices = [this](int port) { return Own[port]; };
     VirtualLoop Loop;
     std::set<std::string> There;
     SomePorts& Device;
@@ -46,7 +46,7 @@ protected:
 };
 
 TEST_F(FindCOMPorts, TriesCOM1ToCOM16InTheirOrder) {
-    modFindCOMPorts::SurveyPorts(Control, Read);
+    modFindCOMPorts::SurveyPorts(Control, Devices);
     ASSERT_THAT(Device.Tried, SizeIs(16));
     EXPECT_EQ(Device.Tried.front(), SystemDeviceOf(1));
     EXPECT_EQ(Device.Tried.back(), SystemDeviceOf(16));
@@ -55,7 +55,7 @@ TEST_F(FindCOMPorts, TriesCOM1ToCOM16InTheirOrder) {
 TEST_F(FindCOMPorts, FindsThePortsThatOpen) {
     There = {SystemDeviceOf(6), SystemDeviceOf(16)};
     std::vector<int> usable;
-    for (const auto& port : modFindCOMPorts::SurveyPorts(Control, Read)) {
+    for (const auto& port : modFindCOMPorts::SurveyPorts(Control, Devices)) {
         if (port.Usable) {
             usable.push_back(port.Number);
         }
@@ -67,7 +67,7 @@ TEST_F(FindCOMPorts, LeavesTheControlClosedOnThePortItHad) {
     There = {SystemDeviceOf(6)};
     Control.SetCommPort(6);
     Control.SetPortOpen(true);
-    modFindCOMPorts::SurveyPorts(Control, Read);
+    modFindCOMPorts::SurveyPorts(Control, Devices);
     EXPECT_FALSE(Control.PortOpen());
     EXPECT_FALSE(Device.IsOpen());
     EXPECT_EQ(Control.CommPort(), 6);
@@ -80,7 +80,7 @@ TEST_F(FindCOMPorts, ListsThePortsThatOpenInAscendingOrder) {
 }
 
 TEST_F(FindCOMPorts, NeverListsAPortAboveCOM16) {
-    Settings["Ports/COM17"] = "/dev/ttyUSB8";
+    Own[17] = "/dev/ttyUSB8";
     There = {"/dev/ttyUSB8", SystemDeviceOf(17)};
     EXPECT_THAT(Listed(), ElementsAre("No COM Port Available"));
 }
@@ -88,7 +88,7 @@ TEST_F(FindCOMPorts, NeverListsAPortAboveCOM16) {
 TEST_F(FindCOMPorts, SelectsTheControlsPort) {
     There = {SystemDeviceOf(1), SystemDeviceOf(6), SystemDeviceOf(13)};
     Control.SetCommPort(6);
-    EXPECT_EQ(modFindCOMPorts::FindCOMPorts(Control, Read).Selected, 1U);
+    EXPECT_EQ(modFindCOMPorts::FindCOMPorts(Control, Devices).Selected, 1U);
     EXPECT_EQ(Control.CommPort(), 6);
 }
 
@@ -112,7 +112,7 @@ TEST_F(FindCOMPorts, TriesNoOtherPortForANumberThatDoesNotExist) {
 }
 
 TEST_F(FindCOMPorts, StartsOnThePortOfTheSettingsWithoutTryingIt) {
-    Settings["COMPort/COM"] = "7";
+    Stored = "7";
     EXPECT_EQ(StartupPort(), 7);
     EXPECT_THAT(Device.Tried, SizeIs(0));
 }
@@ -120,7 +120,7 @@ TEST_F(FindCOMPorts, StartsOnThePortOfTheSettingsWithoutTryingIt) {
 TEST_F(FindCOMPorts, KeepsTheControlsPortWhenTheSettingsNameNone) {
     Control.SetCommPort(4);
     for (const char* stored : {"0", "17", "banana", "-1", "99999999999999999999"}) {
-        Settings["COMPort/COM"] = stored;
+        Stored = stored;
         EXPECT_EQ(StartupPort(), 4) << stored;
     }
 }
@@ -134,12 +134,12 @@ TEST_F(FindCOMPorts, StartsOnTheFirstPortThatOpensWhenNothingIsStored) {
 TEST_F(FindCOMPorts, StoresTheFirstPortThatOpensForTheNextStart) {
     There = {SystemDeviceOf(6)};
     EXPECT_EQ(StartupPort(), 6);
-    EXPECT_EQ(Settings["COMPort/COM"], "6");
+    EXPECT_EQ(Stored, "6");
 }
 
 TEST_F(FindCOMPorts, StoresNothingWhenNoneOpens) {
     StartupPort();
-    EXPECT_EQ(Settings["COMPort/COM"], "");
+    EXPECT_EQ(Stored, "");
 }
 
 TEST_F(FindCOMPorts, StartsOnTheControlsPortWhenNoneOpens) {

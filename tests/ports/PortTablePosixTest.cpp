@@ -9,8 +9,8 @@ namespace burnwick::test {
 TEST_F(PortTable, FindsTheNumberOfADevicePathThroughALink) {
     const TempFolder folder;
     std::filesystem::create_symlink("/dev/null", folder.Path() / "by-id");
-    Settings["Ports/COM9"] = "/dev/null";
-    const auto choice = ParsePortChoice(folder / "by-id", Read);
+    Own[9] = "/dev/null";
+    const auto choice = ParsePortChoice(folder / "by-id", Devices);
     EXPECT_EQ(choice->Number, 9);
     EXPECT_EQ(choice->Device, folder / "by-id");
 }

@@ -11,10 +11,8 @@ namespace burnwick::test {
 
 class PortTable : public ::testing::Test {
 protected:
-    ReadSetting Read = [this](const std::string& section, const std::string& key) {
-        return Settings[section + "/" + key];
-    };
-    std::map<std::string, std::string> Settings;
+    std::map<int, std::string> Own;
+    OwnDevices Devices = [this](int port) { return Own[port]; };
 };
 
 }  // namespace burnwick::test

@@ -52,16 +52,5 @@ TEST(ChipSize, Is4MbitForANumberThatIsNoIndex) {
     EXPECT_EQ(ChipIndexOf(std::to_string(std::numeric_limits<std::size_t>::max()) + "0"), 2U);
 }
 
-TEST(ChipSize, IsKeptInTheSettings) {
-    std::map<std::string, std::string> settings;
-    WriteChipIndex([&](const auto& section, const auto& key,
-                       const auto& value) { settings[section + "/" + key] = value; },
-                   3);
-    EXPECT_EQ(settings, (std::map<std::string, std::string>{{"ChipSelect/UploadChipSize", "3"}}));
-    EXPECT_EQ(
-        ReadChipIndex([&](const auto& section, const auto& key) { return settings[section + "/" + key]; }),
-        3U);
-}
-
 }  // namespace
 }  // namespace burnwick

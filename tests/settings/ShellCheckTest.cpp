@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/FakeSettings.h"
 #include "support/FakeShell.h"
 #include "support/TempFolder.h"
 
@@ -18,24 +19,19 @@ protected:
     // What was done, in its order.
     std::vector<std::string> Check() {
         Record_.clear();
-        CheckShellIntegration(
-            Shell, Program,
-            [this](const std::string& section, const std::string& key) {
-                return Settings[section + "/" + key];
-            },
-            [this](const std::string& section, const std::string& key, const std::string& value) {
-                Record_.push_back(key + "=" + value);
-                Settings[section + "/" + key] = value;
-            });
+        CheckShellIntegration(Shell, Program, Settings);
         return Record_;
     }
 
     ShellCheckTest() {
         Shell.Note = [this](const std::string& call) { Record_.push_back(call); };
+        Settings.OnStore = [this](const auto& name, const auto& value) {
+            Record_.push_back(name.substr(name.find('/') + 1) + "=" + value);
+        };
     }
 
     std::filesystem::path Program = "/opt/Burnwick";
-    std::map<std::string, std::string> Settings;
+    FakeSettings Settings;
     FakeShell Shell;
 
 private:
@@ -43,17 +39,17 @@ private:
 };
 
 TEST_F(ShellCheckTest, FindsNothingAndSaysSoAtTheFirstStart) {
-    EXPECT_THAT(Check(), ElementsAre("ContextMenu=No", "no shortcut", "Desktop=No"));
+    EXPECT_THAT(Check(), ElementsAre("no shortcut", "ContextMenu=No", "Desktop=No"));
 }
 
 TEST_F(ShellCheckTest, WritesNoSettingThatIsAlreadyRight) {
-    Settings = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
+    Settings.Values = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
     EXPECT_THAT(Check(), ElementsAre("no shortcut"));
 }
 
 TEST_F(ShellCheckTest, LeavesAnAssociationWithThisProgram) {
     Shell.Associated = "/opt/Burnwick";
-    Settings = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
+    Settings.Values = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
     EXPECT_THAT(Check(), ElementsAre("no shortcut"));
 }
 
@@ -61,7 +57,7 @@ TEST_F(ShellCheckTest, LeavesAnAssociationThatNamesThisProgramInAnotherWay) {
     const TempFolder folder;
     Program = Utf8Path(folder.Write("Burnwick", Bytes(1)));
     Shell.Associated = folder.Path() / "." / "Burnwick";
-    Settings = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
+    Settings.Values = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
     EXPECT_THAT(Check(), ElementsAre("no shortcut"));
 }
 
@@ -69,36 +65,36 @@ TEST_F(ShellCheckTest, RegistersAProgramOfWhichAnotherCopyIsAssociated) {
     const TempFolder folder;
     Program = Utf8Path(folder.Write("Burnwick", Bytes(1)));
     Shell.Associated = Utf8Path(folder.Write("Burnwick-old", Bytes(1)));
-    Settings = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
+    Settings.Values = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
     EXPECT_THAT(Check(), ElementsAre("register " + Program.string(), "no shortcut"));
 }
 
 TEST_F(ShellCheckTest, RegistersAProgramThatWasMoved) {
     Shell.Associated = "/old/Burnwick";
-    Settings = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
-    EXPECT_THAT(Check(), ElementsAre("register /opt/Burnwick", "ContextMenu=Yes", "no shortcut"));
+    Settings.Values = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
+    EXPECT_THAT(Check(), ElementsAre("register /opt/Burnwick", "no shortcut", "ContextMenu=Yes"));
     EXPECT_THAT(Check(), ElementsAre("register /opt/Burnwick", "no shortcut"));
 }
 
 TEST_F(ShellCheckTest, BelievesTheDesktopAndNotTheSetting) {
-    Settings = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
-    EXPECT_THAT(Check(), ElementsAre("ContextMenu=No", "no shortcut"));
+    Settings.Values = {{"Options/ContextMenu", "Yes"}, {"Options/Desktop", "No"}};
+    EXPECT_THAT(Check(), ElementsAre("no shortcut", "ContextMenu=No"));
 }
 
 TEST_F(ShellCheckTest, CreatesAWantedShortcutAgain) {
-    Settings = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "Yes"}};
+    Settings.Values = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "Yes"}};
     EXPECT_THAT(Check(), ElementsAre("shortcut /opt/Burnwick"));
 }
 
 TEST_F(ShellCheckTest, TakesAnyOtherWishForANo) {
-    Settings = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "yes"}};
+    Settings.Values = {{"Options/ContextMenu", "No"}, {"Options/Desktop", "yes"}};
     EXPECT_THAT(Check(), ElementsAre("no shortcut", "Desktop=No"));
 }
 
 TEST_F(ShellCheckTest, LooksAtTheAssociationFirst) {
     Shell.Associated = "/old/Burnwick";
     EXPECT_THAT(Check(),
-                ElementsAre("register /opt/Burnwick", "ContextMenu=Yes", "no shortcut", "Desktop=No"));
+                ElementsAre("register /opt/Burnwick", "no shortcut", "ContextMenu=Yes", "Desktop=No"));
 }
 
 }  // namespace burnwick::test

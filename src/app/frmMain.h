@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/WindowServices.h"
-#include "image/modBinFileInfo.h"
+#include "image/Image.h"
 #include "job/BoxTexts.h"
 #include "job/Job.h"
 #include "job/RunTexts.h"
@@ -101,7 +101,7 @@ private:
     bool ChooseImage();
     bool ChooseUploadFile();
     bool AcceptImage();
-    void RefuseImage(const std::string& status, const std::string& display);
+    void RefuseImage(const modBinFileInfo::ImageRefusal& refusal);
     void PrepareWindow();
     FlashOrder Order() const;
     void AskForVerification();
@@ -138,7 +138,7 @@ private:
     void ShowWorkingColors();
     void FadeBar();
     void ShowInBar(const QString& caption, int value);
-    bool ShowSoftwareSummary(const std::string& path);
+    void ShowSoftwareSummary(const modBinFileInfo::BinFileInfo& information);
     void ClearSoftwareSummary();
     void ShowSummaryTexts();
     void ShowSummaryTitle(const std::string& title);
@@ -163,6 +163,7 @@ private:
         ChosenFile_;  // of the recent files, or dropped: what the next run programs, and that one only
     std::int16_t UploadBlocks = 0;
     std::string ImageFileName;
+    Image Image_;  // of the latest download
 
     bool Running_ = false;  // from the click that starts a run until its result has been shown
     bool JobRuns_ = false;

@@ -1,7 +1,9 @@
 // A run from the user's click to its result.
+#include <array>
 #include <exception>
 #include <system_error>
 #include <utility>
+#include <variant>
 
 #include "app/DirFile.h"
 #include "app/frmMain.h"
@@ -9,7 +11,6 @@
 #include "forms/FileDialog.h"
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
-#include "image/modBinFileInfo.h"
 #include "log/ActivityLog.h"
 #include "platform/Utf8Path.h"
 #include "settings/frmChipSelect.h"
@@ -136,26 +137,21 @@ bool frmMain::ChooseImage() {
 }
 
 bool frmMain::AcceptImage() {
-    if (const std::string refusal = modBinFileInfo::CheckFileFormat(ImageFileName); !refusal.empty()) {
-        RefuseImage(refusal, refusal);
+    auto read = modBinFileInfo::ReadImageFile(ImageFileName);
+    if (const auto* const refusal = std::get_if<modBinFileInfo::ImageRefusal>(&read)) {
+        RefuseImage(*refusal);
         return false;
     }
-    // Twice on purpose: what is shown is the file as it is when the run begins, and no longer being copied.
-    if (!ShowSoftwareSummary(ImageFileName) || !ShowSoftwareSummary(ImageFileName)) {
-        const std::string refusal = "File is not supported.";
-        RefuseImage(refusal, refusal + "\n");
-        return false;
-    }
+    Image_ = std::get<Image>(std::move(read));
+    ShowSoftwareSummary(Image_.Information);
     return true;
 }
 
-// A file that cannot even be read is told with the reason: its format is not what is wrong with it.
-void frmMain::RefuseImage(const std::string& status, const std::string& display) {
-    const std::string trouble = modBinFileInfo::ReadTrouble(ImageFileName);
-    const std::string lineBreak = display.ends_with('\n') ? "" : "\n";
-    const std::string why = trouble.empty() ? "" : lineBreak + ImageFileName + ": " + trouble + ".\n";
-    SetStatus(status);
-    Ui_->txtDisplay->setPlainText(QString::fromStdString(display + why));
+void frmMain::RefuseImage(const modBinFileInfo::ImageRefusal& refusal) {
+    const std::string why =
+        refusal.Trouble.empty() ? "" : "\n" + ImageFileName + ": " + refusal.Trouble + ".\n";
+    SetStatus(refusal.Status);
+    Ui_->txtDisplay->setPlainText(QString::fromStdString(refusal.Status + why));
 }
 
 bool frmMain::ChooseUploadFile() {
@@ -169,6 +165,7 @@ bool frmMain::ChooseUploadFile() {
     if (ImageFileName.empty()) {
         return false;
     }
+    Image_ = {};
     ClearSoftwareSummary();
     return true;
 }
@@ -193,12 +190,12 @@ void frmMain::PrepareWindow() {
 FlashOrder frmMain::Order() const {
     const bool isUpload = TransferMode == TransferModes::Upload;
     FlashOrder order{.What = isUpload ? FlashOrder::Kind::Upload : FlashOrder::Kind::Download,
-                     .FileName = ImageFileName};
+                     .FileName = ImageFileName,
+                     .Image = Image_};
     order.Blocks = UploadBlocks;
     order.Port = MSComm1.CommPort();
     order.Device = DeviceOf(order.Port, PortDevices(Services_.Settings));
     order.BaudRate = GetBaudRateSetting(Services_.Settings.Value(Setting::BaudRate));
-    order.Checksum = BinFileInfo.Checksum;
     order.Verify = FlashOrder::Verification::Ask;
     order.ProgramFolder = Services_.ProgramFolder;
     order.Trace = Services_.Debug && Services_.Trace;
@@ -262,6 +259,9 @@ void frmMain::EndOfRun(const JobResult& job) {
 void frmMain::EndOfVerification(const JobResult& job) {
     if (job.ReadBack && job.ReadBack->PortError) {
         ShowCommError(*job.ReadBack->PortError);
+    }
+    if (job.ImageChanged) {
+        Append(std::array{ImageChangedText(Image_)});
     }
     SetCaption("Burnwick - Programming was completed successfully");
     Texts_.Status = Programmed;

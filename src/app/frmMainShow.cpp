@@ -102,7 +102,7 @@ void frmMain::SerialFlash1_Message(const RunLine& line) {
     SetStatus(Texts_.Status);
     const BarChange bar = BarAfter(line.Kind);
     if (bar == BarChange::Full && run.IsUpload) {
-        ShowSoftwareSummary(ImageFileName);
+        ShowSoftwareSummary(modBinFileInfo::GetBinFileInfo(ImageFileName));
     }
     if (const auto caption = CaptionAfter(run, line)) {
         SetCaption(*caption);
@@ -205,17 +205,13 @@ void frmMain::ShowInBar(const QString& caption, int value) {
     Ui_->PercentBar1->SetValue(value);
 }
 
-bool frmMain::ShowSoftwareSummary(const std::string& path) {
-    if (!modBinFileInfo::ReadTrouble(path).empty()) {
-        return false;
-    }
-    BinFileInfo = modBinFileInfo::GetBinFileInfo(path);
+void frmMain::ShowSoftwareSummary(const modBinFileInfo::BinFileInfo& information) {
+    BinFileInfo = information;
     Summary_ = SummaryOf(BinFileInfo, Ui_->chkDebug->isChecked());
     ShowSummaryTexts();
     const bool named = BinFileInfo.Model != modBinFileInfo::NotAvailable;
     ShowSummaryTitle(named ? "Model: " + BinFileInfo.Model : "Summary:");
     EnableCopyCommands(true);
-    return true;
 }
 
 void frmMain::ClearSoftwareSummary() {

@@ -23,9 +23,9 @@ FlashRun::FlashRun(Environment& environment, const RunOptions& options)
     : Environment_(environment), Options_(options), Console_(environment, options) {}
 
 int FlashRun::Download(const std::string& image, bool verify) {
-    FlashOrder order{.What = FlashOrder::Kind::Download, .FileName = image};
+    FlashOrder order{.What = FlashOrder::Kind::Download};
     order.Verify = verify ? FlashOrder::Verification::Always : FlashOrder::Verification::None;
-    if (!AcceptImage(image) || (verify && !PlanVerification(order)) || !ChoosePort(order)) {
+    if (!AcceptImage(order, image) || (verify && !PlanVerification(order)) || !ChoosePort(order)) {
         return End();
     }
     const JobResult job = RunJob(order);
@@ -44,14 +44,14 @@ int FlashRun::Upload(const std::string& file, int blocks) {
     }
     const JobResult job = RunJob(order);
     Report().TotalBlocks = blocks;
-    Image_ = modBinFileInfo::GetBinFileInfo(file);
+    order.Image = {.FileName = file, .Information = modBinFileInfo::GetBinFileInfo(file)};
     Log(order, job);
     return End();
 }
 
 int FlashRun::Verify(const std::string& image) {
-    FlashOrder order{.What = FlashOrder::Kind::Verify, .FileName = image};
-    if (!AcceptImage(image) || !PlanVerification(order) || !ChoosePort(order)) {
+    FlashOrder order{.What = FlashOrder::Kind::Verify};
+    if (!AcceptImage(order, image) || !PlanVerification(order) || !ChoosePort(order)) {
         return End();
     }
     const JobResult job = RunJob(order);
@@ -71,21 +71,22 @@ int FlashRun::RefuseFile(const std::string& why) {
 }
 
 // False when the file is no image; the report then says why.
-bool FlashRun::AcceptImage(const std::string& image) {
-    if (const std::string refusal = WordImageRefusal(image); !refusal.empty()) {
-        Fail(FileUnusable, refusal);
+bool FlashRun::AcceptImage(FlashOrder& order, const std::string& fileName) {
+    auto read = modBinFileInfo::ReadImageFile(fileName);
+    if (const auto* const refusal = std::get_if<modBinFileInfo::ImageRefusal>(&read)) {
+        Fail(FileUnusable, WordImageRefusal(fileName, *refusal));
         return false;
     }
-    Image_ = modBinFileInfo::GetBinFileInfo(image);
+    order.Image = std::get<Image>(std::move(read));
     return true;
 }
 
 // False when the unit's flash could not be read back and compared: that is said before the unit is touched.
 bool FlashRun::PlanVerification(FlashOrder& order) {
-    auto plan = PlanReadBack(Environment_.ProgramFolder, order.FileName);
+    auto plan = PlanReadBack(Environment_.ProgramFolder, order.Image);
     if (const auto* const trouble = std::get_if<ReadBackTrouble>(&plan)) {
         Fail(FileUnusable, *trouble == ReadBackTrouble::ImageLength
-                               ? order.FileName + " cannot be verified: " + WordInvalidSize()
+                               ? order.Image.FileName + " cannot be verified: " + WordInvalidSize()
                                : "no verification file can be made in " + Utf8Text(Environment_.ProgramFolder)
                                      + "; may that folder be written?");
         return false;
@@ -121,7 +122,6 @@ bool FlashRun::ChoosePort(FlashOrder& order) {
     order.Device = Port_.Device;
     order.BaudRate =
         Options_.Baud.empty() ? GetBaudRateSetting(settings.Value(Setting::BaudRate)) : Options_.Baud;
-    order.Checksum = Image_.Checksum;
     order.Trace = Environment_.Trace;
     return true;
 }
@@ -177,17 +177,18 @@ void FlashRun::TakeVerdict(const FlashOrder& order, const JobResult& job) {
     } else if (!job.Verdict) {
         Fail(FileUnusable, "what was read back is gone: somebody deleted "
                                + Utf8Text(order.ReadBack->File->Path()) + "." + notVerified);
-    } else if (job.ImageChanged) {
-        Fail(FileUnusable, order.FileName + " is not what it was when the run began." + notVerified);
     } else if (!job.Verdict->IsMatch()) {
-        Fail(job.Verdict->WasRead ? Differences : FileUnusable, WordMismatch(order.FileName, *job.Verdict));
+        const std::string changed = job.ImageChanged ? " " + ImageChangedText(order.Image) : "";
+        Fail(job.Verdict->WasRead ? Differences : FileUnusable,
+             WordMismatch(order.Image, *job.Verdict) + changed);
     }
 }
 
 void FlashRun::Log(const FlashOrder& order, const JobResult& job) {
     const bool isVerification = order.What == FlashOrder::Kind::Verify;
-    ActivityRecord record = RecordOf(isVerification ? job.LastRun() : job.Transfer, Console_.Texts(),
-                                     order.FileName, SummaryOf(Image_, /*wholeChecksum=*/false));
+    ActivityRecord record =
+        RecordOf(isVerification ? job.LastRun() : job.Transfer, Console_.Texts(), order.Image.FileName,
+                 SummaryOf(order.Image.Information, /*wholeChecksum=*/false));
     record.IsUpload = order.What != FlashOrder::Kind::Download;
     if (isVerification) {
         record.Succeeded = job.Verdict && job.Verdict->IsMatch();

@@ -5,7 +5,6 @@
 #include "cli/Environment.h"
 #include "cli/RunConsole.h"
 #include "cli/RunOptions.h"
-#include "image/modBinFileInfo.h"
 #include "job/FlashJob.h"
 #include "platform/MSComm.h"
 #include "ports/PortTable.h"
@@ -31,7 +30,7 @@ public:
 
 private:
     RunReport& Report() { return Console_.Report(); }
-    bool AcceptImage(const std::string& image);
+    bool AcceptImage(FlashOrder& order, const std::string& fileName);
     bool PlanVerification(FlashOrder& order);
     bool ChoosePort(FlashOrder& order);
     JobResult RunJob(const FlashOrder& order);
@@ -47,7 +46,6 @@ private:
     const RunOptions& Options_;
     PortChoice Port_;
     RunConsole Console_;
-    modBinFileInfo::BinFileInfo Image_;  // as it was before the run, or what an upload has read
 };
 
 }  // namespace burnwick::cli

@@ -85,12 +85,13 @@ void InfoVerb::Declare(Arguments& arguments) {
 int InfoVerb::Execute(Environment& environment) {
     int status = Done;
     for (const auto& image : Images_) {
-        if (const auto refusal = WordImageRefusal(image); !refusal.empty()) {
-            PrintError(environment.Err, refusal);
+        const auto read = modBinFileInfo::ReadImageFile(image);
+        if (const auto* const refusal = std::get_if<modBinFileInfo::ImageRefusal>(&read)) {
+            PrintError(environment.Err, WordImageRefusal(image, *refusal));
             status = FileUnusable;
             continue;
         }
-        const BinFileInfo info = modBinFileInfo::GetBinFileInfo(image);
+        const BinFileInfo& info = std::get<Image>(read).Information;
         const LinkView view = ViewOf(image);
         if (Json_) {
             PrintJson(environment.Out, info, view.Image);

@@ -1,12 +1,9 @@
 #include "cli/Wording.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 
 #include "image/modBinFileInfo.h"
-#include "platform/Utf8Path.h"
 
 namespace burnwick::cli {
 
@@ -17,11 +14,9 @@ std::string WordFileError(const FileError& error) {
 }
 
 // A read-back of 64 KiB of boot code has block 0 replaced, so it never matches.
-bool IsSmallBootCode(const std::string& image) {
-    constexpr std::uintmax_t smallImage = 65'536;
-    std::error_code ignored;
-    return std::filesystem::file_size(Utf8Path(image), ignored) == smallImage
-           && modBinFileInfo::GetBinFileInfo(image).IsBootCode;
+bool IsSmallBootCode(const Image& image) {
+    constexpr std::uint64_t smallImage = 65'536;
+    return image.Length == smallImage && image.Information.IsBootCode;
 }
 
 std::string WordTransmittingError(const RunReport& report, const std::string& portName) {
@@ -54,8 +49,8 @@ ExitStatus StatusOf(Outcome outcome) {
     return FileUnusable;
 }
 
-std::string WordMismatch(const std::string& image, const Verdict& verdict) {
-    std::string what = image + " is not verified: " + verdict.Result;
+std::string WordMismatch(const Image& image, const Verdict& verdict) {
+    std::string what = image.FileName + " is not verified: " + verdict.Result;
     if (!verdict.WasRead) {
         return what;
     }
@@ -67,7 +62,7 @@ std::string WordMismatch(const std::string& image, const Verdict& verdict) {
     if (!verdict.Differences && IsSmallBootCode(image)) {
         return what + " 64 KB of boot code are read back without the unit's own first bytes; the unit may be right.";
     }
-    return "the unit's flash is not what " + image + " holds: " + verdict.Result
+    return "the unit's flash is not what " + image.FileName + " holds: " + verdict.Result
            + " Program the unit again before it is used.";
 }
 
@@ -76,14 +71,10 @@ std::string WordAccessTrouble(const std::string& fileName) {
     return trouble.empty() ? "" : "Cannot access to " + fileName + " (" + trouble + ").";
 }
 
-std::string WordImageRefusal(const std::string& fileName) {
-    if (auto trouble = WordAccessTrouble(fileName); !trouble.empty()) {
-        return trouble;
-    }
-    const auto invalid = modBinFileInfo::CheckFileFormat(fileName);
-    return invalid.empty()
-               ? ""
-               : fileName + ": " + invalid + " It does not begin like an image; is it the right file?";
+std::string WordImageRefusal(const std::string& fileName, const modBinFileInfo::ImageRefusal& refusal) {
+    return refusal.Trouble.empty()
+               ? fileName + ": " + refusal.Status + " It does not begin like an image; is it the right file?"
+               : "Cannot access to " + fileName + " (" + refusal.Trouble + ").";
 }
 
 std::string WordInvalidSize() {

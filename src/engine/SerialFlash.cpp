@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <limits>
+#include <span>
 #include <system_error>
 #include <utility>
 
@@ -17,7 +18,8 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-constexpr std::array<std::uint64_t, 4> ChipSizes{65'536, 262'144, 524'288, 1'048'576};
+constexpr std::array<std::size_t, 4> ChipSizes{65'536, 262'144, 524'288, 1'048'576};
+constexpr std::size_t MostBlocks = std::numeric_limits<std::int16_t>::max();
 
 std::string LastSystemError() {
     return std::generic_category().message(errno);
@@ -36,13 +38,11 @@ void RemoveFile(const fs::path& path, std::error_code& error) {
     }
 }
 
-// Reads `size` bytes and appends them. Gives the reason when it cannot, else nothing.
-std::string ReadWhole(std::ifstream& file, std::uint64_t size, Bytes& into) {
-    const auto had = into.size();
-    into.resize(had + size);
+// Fills `into`. Gives the reason when it cannot, else nothing.
+std::string ReadWhole(std::ifstream& file, Bytes& into) {
     errno = 0;
-    file.read(reinterpret_cast<char*>(into.data() + had), static_cast<std::streamsize>(size));
-    if (static_cast<std::uint64_t>(file.gcount()) == size) {
+    file.read(reinterpret_cast<char*>(into.data()), static_cast<std::streamsize>(into.size()));
+    if (static_cast<std::size_t>(file.gcount()) == into.size()) {
         return {};
     }
     return errno == 0 ? "it became shorter while it was read" : LastSystemError();
@@ -178,9 +178,33 @@ std::optional<FileError> SerialFlash::PrepareUpload() {
     return std::nullopt;
 }
 
-// Reads the whole image before anything is sent: a file that changes, or a disk that fails, during the run
-// must not leave a unit half programmed.
 std::optional<FileError> SerialFlash::PrepareDownload() {
+    const FileError invalidSize{FileError::Kind::InvalidSize, "Invalid file size."};
+    Run_.Image = Image_;
+    if (!Run_.Image) {
+        if (auto error = ReadImage()) {
+            return error;
+        }
+    }
+    if (!Run_.Image) {
+        return invalidSize;
+    }
+    const std::size_t size = Run_.Image->size();
+    Run_.ImageInfo = CheckImageType(size, std::span(*Run_.Image).first(std::min(size, ImageTypeWindow)));
+    const bool anyLength = CarriesItsLength(Run_.ImageInfo);
+    const std::size_t blocks = size / BlockSize + (anyLength && size % BlockSize != 0 ? 1 : 0);
+    const bool chipSized = std::find(ChipSizes.begin(), ChipSizes.end(), size) != ChipSizes.end();
+    if (!(chipSized || anyLength) || blocks > MostBlocks) {
+        return invalidSize;
+    }
+    Run_.FileSize = size;
+    Run_.TotalBlock = static_cast<int>(blocks);
+    return std::nullopt;
+}
+
+// Reads the whole image before anything is sent: a file that changes, or a disk that fails, during the run
+// must not leave a unit half programmed. Reads nothing of a file that has more blocks than a run can number.
+std::optional<FileError> SerialFlash::ReadImage() {
     constexpr auto notReadable = FileError::Kind::NotReadable;
     const fs::path path = Utf8Path(FileName_);
     std::error_code error;
@@ -193,22 +217,14 @@ std::optional<FileError> SerialFlash::PrepareDownload() {
     if (!file) {
         return CannotAccess(notReadable, LastSystemError());
     }
-    const auto beginning = std::min<std::uint64_t>(size, ImageTypeWindow);
-    if (const auto trouble = ReadWhole(file, beginning, Run_.Image); !trouble.empty()) {
+    if (size > MostBlocks * BlockSize) {
+        return std::nullopt;
+    }
+    Bytes image(size);
+    if (const auto trouble = ReadWhole(file, image); !trouble.empty()) {
         return CannotAccess(notReadable, trouble);
     }
-    Run_.ImageInfo = CheckImageType(size, Run_.Image);
-    const bool anyLength = CarriesItsLength(Run_.ImageInfo);
-    const std::uint64_t blocks = size / BlockSize + (anyLength && size % BlockSize != 0 ? 1 : 0);
-    const bool chipSized = std::find(ChipSizes.begin(), ChipSizes.end(), size) != ChipSizes.end();
-    if (!(chipSized || anyLength) || blocks > std::numeric_limits<std::int16_t>::max()) {
-        return FileError{FileError::Kind::InvalidSize, "Invalid file size."};
-    }
-    if (const auto trouble = ReadWhole(file, size - beginning, Run_.Image); !trouble.empty()) {
-        return CannotAccess(notReadable, trouble);
-    }
-    Run_.FileSize = size;
-    Run_.TotalBlock = static_cast<int>(blocks);
+    Run_.Image = std::make_shared<const Bytes>(std::move(image));
     return std::nullopt;
 }
 

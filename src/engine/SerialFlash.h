@@ -59,6 +59,8 @@ public:
     // The image to program, or the file to create (UTF-8).
     const std::string& FileName() const { return FileName_; }
     void SetFileName(const std::string& fileName);
+    // The image's bytes, where the caller has read the file; without them a download reads it.
+    void SetImage(std::shared_ptr<const Bytes> image) { Image_ = std::move(image); }
     // Blocks to read on an upload.
     std::int16_t UploadBlock() const { return UploadBlock_; }
     void SetUploadBlock(std::int16_t blocks);
@@ -97,8 +99,8 @@ private:
         std::uint8_t BlockAddressLow = 0;
         burnwick::ImageInfo ImageInfo;
         char UnitReplyChar = 0;
-        std::uint64_t FileSize = 0;
-        Bytes Image;                           // the file to program
+        std::uint64_t FileSize = 0;            // of the image; 0 on an upload
+        std::shared_ptr<const Bytes> Image;    // to program
         std::ofstream File;                    // the file to create
         bool FileCreated = false;              // this run has created FileName, and deletes it on a failure
         std::optional<FileError> FileTrouble;  // why the file could not be written
@@ -118,6 +120,7 @@ private:
     std::optional<FileError> PrepareFile();
     std::optional<FileError> PrepareUpload();
     std::optional<FileError> PrepareDownload();
+    std::optional<FileError> ReadImage();
     FileError CannotAccess(FileError::Kind what, const std::string& why) const;
     CommResult TryPort();
     void ReportFailure() const;
@@ -169,6 +172,7 @@ private:
 
     std::uint8_t CommPort_ = 1;
     std::string FileName_;
+    std::shared_ptr<const Bytes> Image_;
     std::int16_t UploadBlock_ = 0;
     std::string BaudRate_ = "57600";
     std::string Version_ = "1.19";

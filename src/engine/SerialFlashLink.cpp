@@ -174,8 +174,8 @@ Bytes SerialFlash::NextBlockMessage() {
 BlockData SerialFlash::NextImageBlock() const {
     BlockData block{};
     const std::size_t at = static_cast<std::size_t>(Run_.Block) * BlockSize;
-    const std::size_t count = std::min(BlockSize, Run_.Image.size() - at);
-    std::copy_n(Run_.Image.begin() + static_cast<std::ptrdiff_t>(at), count, block.begin());
+    const std::size_t count = std::min(BlockSize, Run_.Image->size() - at);
+    std::copy_n(Run_.Image->begin() + static_cast<std::ptrdiff_t>(at), count, block.begin());
     if (Run_.Block == 0 && CarriesItsLength(Run_.ImageInfo)) {
         const auto length = LengthBytes(Run_.ImageInfo);
         std::copy(length.begin(), length.end(), block.begin() + 4);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <istream>
+#include <span>
 #include <string>
 
 namespace burnwick::modBinFileInfo {
@@ -14,8 +15,10 @@ public:
     // What is read at once of a long range, at most.
     static constexpr std::size_t ChunkSize = 65'536;
 
-    // `length` is the image's. The stream stays the caller's.
-    ImageSource(std::istream& stream, std::uint64_t length) : Stream_(stream), Length_(length) {}
+    // `length` is the image's; the stream stays the caller's.
+    ImageSource(std::istream& stream, std::uint64_t length) : Stream_(&stream), Length_(length) {}
+    // The bytes of an image that was read before; they stay the caller's.
+    explicit ImageSource(std::span<const std::byte> bytes) : Bytes_(bytes), Length_(bytes.size()) {}
 
     std::uint64_t Length() const { return Length_; }
 
@@ -26,7 +29,8 @@ public:
     bool HasFailed() const { return HasFailed_; }
 
 private:
-    std::istream& Stream_;
+    std::istream* Stream_ = nullptr;  // without one, the bytes are read
+    std::span<const std::byte> Bytes_;
     std::uint64_t Length_;
     bool HasFailed_ = false;
 };

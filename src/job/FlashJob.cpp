@@ -5,7 +5,6 @@
 #include <utility>
 #include <variant>
 
-#include "image/modBinFileInfo.h"
 #include "platform/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
 
@@ -65,7 +64,8 @@ void FlashJob::RunOrder() {
 }
 
 void FlashJob::Download() {
-    Result_.Transfer = Transfer(Method::Download, Order_.FileName, 0);
+    Flash_.SetImage(Order_.Image.Content);
+    Result_.Transfer = Transfer(Method::Download, Order_.Image.FileName, 0);
     if (Result_.Transfer.Succeeded() && WantsVerification()) {
         ReadBack();
     }
@@ -103,9 +103,9 @@ void FlashJob::ReadBack() {
     Result_.VerificationBegun = true;
     Raise_(VerificationBegins{});
     if (!Order_.ReadBack) {
-        auto plan = PlanReadBack(Order_.ProgramFolder, Order_.FileName);
+        auto plan = PlanReadBack(Order_.ProgramFolder, Order_.Image);
         if (const auto* const trouble = std::get_if<ReadBackTrouble>(&plan)) {
-            Raise_(VerificationEnds{ReadBackRefusal(*trouble, Order_.ProgramFolder, Order_.FileName)});
+            Raise_(VerificationEnds{ReadBackRefusal(*trouble, Order_.ProgramFolder, Order_.Image)});
             return;
         }
         Order_.ReadBack = std::get<ReadBackPlan>(std::move(plan));
@@ -127,10 +127,9 @@ void FlashJob::Judge(const std::filesystem::path& readBack) {
         return;
     }
     Raise_(ComparisonBegins{});
-    Result_.Verdict = JudgeReadBack(Order_.FileName, readBack);
+    Result_.Verdict = JudgeReadBack(Order_.Image, readBack);
     Raise_(VerificationEnds{Result_.Verdict->Result});
-    Result_.ImageChanged = !Result_.Verdict->IsMatch()
-                           && modBinFileInfo::GetBinFileInfo(Order_.FileName).Checksum != Order_.Checksum;
+    Result_.ImageChanged = !Result_.Verdict->IsMatch() && modBinFileInfo::HasChanged(Order_.Image);
 }
 
 const RunResult& FlashJob::Transfer(Method method, const std::string& file, std::int16_t blocks) {

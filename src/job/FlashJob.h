@@ -8,6 +8,7 @@
 #include <string>
 
 #include "engine/SerialFlash.h"
+#include "image/Image.h"
 #include "job/JobEvent.h"
 #include "job/Verification.h"
 #include "platform/MSComm.h"
@@ -21,12 +22,12 @@ struct FlashOrder {
     enum class Verification { None, Ask, Always };
 
     Kind What = Kind::Download;
-    std::string FileName{};                    // the image, or the file to create (UTF-8)
+    std::string FileName{};                    // the file to create (UTF-8), of an upload
+    burnwick::Image Image{};                   // of any other job
     std::int16_t Blocks = 0;                   // of an upload
     int Port = 1;                              // COM number
     std::string Device{};                      // its path
     std::string BaudRate{};                    // "9600", "57600" or "115200"
-    std::string Checksum{};                    // the image's, as it was accepted
     Verification Verify = Verification::None;  // of a download
     std::optional<ReadBackPlan> ReadBack{};    // without one, it is made when it is needed
     std::filesystem::path ProgramFolder{};     // of the verification file

@@ -5,7 +5,6 @@
 #include <system_error>
 #include <utility>
 
-#include "image/modBinFileInfo.h"
 #include "platform/Utf8Path.h"
 
 namespace burnwick {
@@ -25,20 +24,17 @@ std::uint64_t VerificationBlocks(std::uint64_t imageBytes) {
     return up ? blocks + 1 : blocks;
 }
 
-std::optional<std::int16_t> BlocksToReadBack(const std::string& imageFileName) {
-    std::error_code error;
-    const auto bytes = std::filesystem::file_size(Utf8Path(imageFileName), error);
-    const auto blocks = error ? 0 : VerificationBlocks(bytes);
+std::optional<std::int16_t> BlocksToReadBack(const Image& image) {
+    const auto blocks = VerificationBlocks(image.Length);
     if (blocks == 0 || blocks > std::numeric_limits<std::int16_t>::max()) {
         return std::nullopt;
     }
     return static_cast<std::int16_t>(blocks);
 }
 
-Verdict JudgeReadBack(const std::string& imageFileName, const std::filesystem::path& readBack) {
+Verdict JudgeReadBack(const Image& image, const std::filesystem::path& readBack) {
     std::int32_t differences = 0;
-    const std::string compared =
-        modBinFileInfo::CompareImages(imageFileName, Utf8Text(readBack), differences);
+    const std::string compared = modBinFileInfo::CompareWithFile(image, Utf8Text(readBack), differences);
     if (!compared.empty()) {
         const std::string reason =
             compared.starts_with(ErrorMark) ? compared.substr(ErrorMark.size()) : compared;
@@ -48,6 +44,10 @@ Verdict JudgeReadBack(const std::string& imageFileName, const std::filesystem::p
         return {"Verifying error: " + std::to_string(differences) + " bytes are different.", differences};
     }
     return {"Verifying was successfully.", differences};
+}
+
+std::string ImageChangedText(const Image& image) {
+    return modBinFileInfo::FileNameOf(image.FileName) + " has changed since the run began.";
 }
 
 std::string ComparisonStatus(const std::string& compared, std::int32_t differences) {
@@ -80,12 +80,12 @@ std::unique_ptr<VerificationFile> VerificationFile::Claim(const std::filesystem:
 }
 
 std::variant<ReadBackPlan, ReadBackTrouble> PlanReadBack(const std::filesystem::path& folder,
-                                                         const std::string& imageFileName) {
-    const auto blocks = BlocksToReadBack(imageFileName);
-    if (!blocks) {
+                                                         const Image& image) {
+    const auto blocks = BlocksToReadBack(image);
+    if (!blocks || !image.Content) {
         return ReadBackTrouble::ImageLength;
     }
-    std::shared_ptr<VerificationFile> file = VerificationFile::Claim(folder, Utf8Path(imageFileName));
+    std::shared_ptr<VerificationFile> file = VerificationFile::Claim(folder, Utf8Path(image.FileName));
     if (!file) {
         return ReadBackTrouble::NoFile;
     }
@@ -93,9 +93,9 @@ std::variant<ReadBackPlan, ReadBackTrouble> PlanReadBack(const std::filesystem::
 }
 
 std::string ReadBackRefusal(ReadBackTrouble trouble, const std::filesystem::path& folder,
-                            const std::string& imageFileName) {
+                            const Image& image) {
     return trouble == ReadBackTrouble::ImageLength
-               ? "Verifying error: " + modBinFileInfo::FileNameOf(imageFileName) + " cannot be read back."
+               ? "Verifying error: " + modBinFileInfo::FileNameOf(image.FileName) + " cannot be read back."
                : "Verifying error: no file can be made in " + Utf8Text(folder) + ".";
 }
 

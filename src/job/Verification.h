@@ -7,6 +7,7 @@
 #include <string>
 #include <variant>
 
+#include "image/Image.h"
 #include "platform/FileLock.h"
 
 namespace burnwick {
@@ -15,21 +16,23 @@ namespace burnwick {
 // halves to the even one.
 std::uint64_t VerificationBlocks(std::uint64_t imageBytes);
 
-// What a read-back of this image asks the unit for; nothing when no read-back has its length, or the image is
-// gone.
-std::optional<std::int16_t> BlocksToReadBack(const std::string& imageFileName);
+// Blocks that a read-back of this image asks the unit for; nothing when no read-back has its length.
+std::optional<std::int16_t> BlocksToReadBack(const Image& image);
 
 // What comparing a unit's flash with its image came to.
 struct Verdict {
     std::string Result;                       // "Verifying was successfully.", or "Verifying error: …"
     std::optional<std::int32_t> Differences;  // bytes; nothing when the two could not be compared
-    bool WasRead = true;                      // false when one of the two files could not be read
+    bool WasRead = true;                      // false when the file that was read back could not be read
 
     bool IsMatch() const { return Differences == 0; }
 };
 
 // Compares what was read back with the image.
-Verdict JudgeReadBack(const std::string& imageFileName, const std::filesystem::path& readBack);
+Verdict JudgeReadBack(const Image& image, const std::filesystem::path& readBack);
+
+// Said where the two differ and the image's file does, too.
+std::string ImageChangedText(const Image& image);
 
 // What a comparison of two files came to, as a sentence, from what CompareImages gave.
 std::string ComparisonStatus(const std::string& compared, std::int32_t differences);
@@ -63,15 +66,14 @@ struct ReadBackPlan {
 };
 
 enum class ReadBackTrouble {
-    ImageLength,  // no read-back has the image's length, or the image is gone
+    ImageLength,  // no read-back has the image's length
     NoFile,       // the folder cannot be written
 };
 
 std::variant<ReadBackPlan, ReadBackTrouble> PlanReadBack(const std::filesystem::path& folder,
-                                                         const std::string& imageFileName);
+                                                         const Image& image);
 
 // The verification's result where there is no plan: "Verifying error: …".
-std::string ReadBackRefusal(ReadBackTrouble trouble, const std::filesystem::path& folder,
-                            const std::string& imageFileName);
+std::string ReadBackRefusal(ReadBackTrouble trouble, const std::filesystem::path& folder, const Image& image);
 
 }  // namespace burnwick

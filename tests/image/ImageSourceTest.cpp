@@ -43,6 +43,16 @@ TEST(ImageSource, GivesTheBytesBehindAnOffset) {
     EXPECT_FALSE(source.HasFailed());
 }
 
+TEST(ImageSource, GivesTheBytesOfAnImageThatWasReadBefore) {
+    const std::string content = "0123456789";
+    ImageSource source(std::as_bytes(std::span(content)));
+    EXPECT_EQ(source.Length(), 10U);
+    EXPECT_EQ(source.ReadAt(3, 4), "3456");
+    EXPECT_EQ(source.ReadAt(8, 4), "89");
+    EXPECT_EQ(source.ReadAt(10, 1), "");
+    EXPECT_FALSE(source.HasFailed());
+}
+
 TEST(ImageSource, GivesFewerBytesAtTheEnd) {
     std::istringstream stream("0123456789");
     ImageSource source(stream, 10);
@@ -106,6 +116,18 @@ TEST(BadMedium, ShowsInTheSourceOfAnImageThatIsCompared) {
     CompareSources(goodSource, badSource, differences);
     EXPECT_TRUE(badSource.HasFailed());
     EXPECT_FALSE(goodSource.HasFailed());
+}
+
+TEST(BadMedium, MakesAnImageAFileThatIsNotSupported) {
+    std::string content(65'536, 'x');
+    BadMedium medium(content, 60'000);
+    std::istream stream(&medium);
+    ImageSource source(stream, content.size());
+    const auto read = ReadOpenFile("unit.bin", source);
+    const auto* const refusal = std::get_if<ImageRefusal>(&read);
+    ASSERT_NE(refusal, nullptr);
+    EXPECT_EQ(refusal->Status, "File is not supported.");
+    EXPECT_EQ(refusal->Trouble, "it cannot be read to its end");
 }
 
 }  // namespace burnwick::test

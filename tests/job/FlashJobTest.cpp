@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <variant>
 
-#include "image/modBinFileInfo.h"
 #include "simulator/Line.h"
 #include "simulator/Unit.h"
+#include "support/ReadImage.h"
 #include "support/SampleImages.h"
 #include "support/SimulatedDevice.h"
 #include "support/TempFolder.h"
@@ -38,10 +38,9 @@ protected:
         simulator::UnitOptions options;
         options.Flash = AnyBytes(Size, /*seed=*/7);
         Connect(std::move(options));
-        Order.FileName = Folder.Write("image.bin", SampleImage(Size));
+        Order.Image = ImageOf(Folder.Write("image.bin", SampleImage(Size)));
         Order.Device = "/dev/unit";
         Order.BaudRate = "115200";
-        Order.Checksum = modBinFileInfo::GetBinFileInfo(Order.FileName).Checksum;
         Order.ProgramFolder = Folder.Path() / "home";
         fs::create_directory(Order.ProgramFolder);
     }
@@ -106,7 +105,7 @@ protected:
 
 TEST_F(FlashJobTest, ADownloadProgramsTheUnit) {
     EXPECT_TRUE(Run().Transfer.Succeeded());
-    EXPECT_EQ(Unit->Flash(), ReadFile(Order.FileName));
+    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
     EXPECT_THAT(Steps, ElementsAre("result"));
 }
 
@@ -178,13 +177,18 @@ TEST_F(FlashJobTest, AnotherContentIsCountedAndIsNoChangeOfTheImage) {
     EXPECT_FALSE(Result.ImageChanged);
 }
 
-TEST_F(FlashJobTest, AnImageThatChangedMeanwhileIsTold) {
+TEST_F(FlashJobTest, AnImageIsReadOnce) {
+    fs::remove(Folder.Path() / "image.bin");
     Order.Verify = FlashOrder::Verification::Always;
-    OnComparison = [this] {
-        Bytes other = SampleImage(Size);
-        other[Size / 2] ^= std::byte{1};
-        Folder.Write("image.bin", other);
-    };
+    EXPECT_TRUE(Run().Transfer.Succeeded());
+    EXPECT_EQ(Unit->Flash(), SampleImage(Size));
+    EXPECT_TRUE(Result.Verdict && Result.Verdict->IsMatch());
+    EXPECT_FALSE(Result.ImageChanged);
+}
+
+TEST_F(FlashJobTest, AnImageThatChangedMeanwhileIsToldWhereTheUnitDiffers) {
+    Order.What = FlashOrder::Kind::Verify;
+    OnComparison = [this] { Folder.Write("image.bin", AnyBytes(Size)); };
     ASSERT_TRUE(Run().Verdict);
     EXPECT_FALSE(Result.Verdict->IsMatch());
     EXPECT_TRUE(Result.ImageChanged);
@@ -201,6 +205,7 @@ TEST_F(FlashJobTest, AReadBackWithoutAFileIsNotTried) {
 TEST_F(FlashJobTest, ABusyPortCostsNoFileThatAnUploadWouldReplace) {
     Order.What = FlashOrder::Kind::Upload;
     Order.Blocks = 2;
+    Order.FileName = Order.Image.FileName;
     PortTrouble = CommError{CommErrorNumber::Busy, "in use"};
     EXPECT_EQ(Run().Transfer.Outcome, Outcome::PortError);
     EXPECT_EQ(ReadFile(Order.FileName), SampleImage(Size));

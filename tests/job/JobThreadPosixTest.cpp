@@ -13,6 +13,7 @@
 #include "simulator/Line.h"
 #include "simulator/Unit.h"
 #include "support/Eventually.h"
+#include "support/ReadImage.h"
 #include "support/SampleImages.h"
 #include "support/SimulatedDevice.h"
 #include "support/TempFolder.h"
@@ -69,7 +70,7 @@ private:
 class JobThreadTest : public ::testing::Test {
 protected:
     JobThreadTest() {
-        Order.FileName = Folder.Write("image.bin", AnyBytes(Size));
+        Order.Image = ImageOf(Folder.Write("image.bin", AnyBytes(Size)));
         Order.Device = "/dev/unit";
         Order.BaudRate = "115200";
         Order.ProgramFolder = Folder.Path();
@@ -104,7 +105,7 @@ protected:
         }
         return *Result;
     }
-    bool UnitHoldsImage() const { return Unit->Flash() == ReadFile(Order.FileName); }
+    bool UnitHoldsImage() const { return Unit->Flash() == *Order.Image.Content; }
 
     TempFolder Folder;
     std::unique_ptr<MessageLoop> Owner = NewSystemLoop();
@@ -128,7 +129,7 @@ TEST_F(JobThreadTest, ProgramsTheUnitAndTellsItsOwnerOnTheOwnersThread) {
     job->Start();
     EXPECT_TRUE(AwaitResult().Transfer.Succeeded());
     EXPECT_TRUE(UnitHoldsImage());
-    EXPECT_EQ(lines.front(), "Opening " + Order.FileName + "...");
+    EXPECT_EQ(lines.front(), "Opening " + Order.Image.FileName + "...");
     EXPECT_EQ(lines.back(), "Now rebooting the unit...");
 }
 

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "job/VerificationFileTest.h"
+#include "support/ReadImage.h"
 #include "support/SampleImages.h"
 
 namespace burnwick::test {
@@ -28,7 +29,7 @@ TEST(VerificationBlocks, AreRoundedToTheEvenNumberFromTheMiddle) {
 class ReadBack : public ::testing::Test {
 protected:
     Verdict Judge(const Bytes& readBack) {
-        return JudgeReadBack(Folder.Write("image.bin", Image), Folder.Write("Verify.tmp", readBack));
+        return JudgeReadBack(ImageOf(Folder.Write("image.bin", Image)), Folder.Write("Verify.tmp", readBack));
     }
 
     TempFolder Folder;
@@ -73,7 +74,8 @@ TEST_F(ReadBack, OfAnotherTypeSaysSo) {
 }
 
 TEST_F(ReadBack, ThatIsGoneIsNoMatch) {
-    const Verdict verdict = JudgeReadBack(Folder.Write("image.bin", Image), Folder.Path() / "gone.tmp");
+    const Verdict verdict =
+        JudgeReadBack(ImageOf(Folder.Write("image.bin", Image)), Folder.Path() / "gone.tmp");
     EXPECT_THAT(verdict.Result, ::testing::StartsWith("Verifying error: "));
     EXPECT_FALSE(verdict.IsMatch());
 }

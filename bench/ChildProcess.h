@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 namespace bench {
 

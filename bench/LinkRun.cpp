@@ -3,8 +3,9 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "platform/MSComm.h"
-#include "platform/System.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/serial/MSComm.h"
+#include "platform/serial/SerialDevice.h"
 
 namespace bench {
 

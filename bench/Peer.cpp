@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "engine/FlashMessages.h"
-#include "platform/MSComm.h"
+#include "platform/serial/MSComm.h"
 
 namespace bench {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "bench/ChildProcess.h"
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 namespace bench {
 

@@ -14,8 +14,10 @@
 
 #include "app/frmMain.h"
 #include "job/JobThread.h"
-#include "platform/System.h"
-#include "platform/WindowLoop.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/loop/WindowLoop.h"
+#include "platform/serial/SerialDevice.h"
+#include "settings/RegistryShell.h"
 #include "settings/modUtility.h"
 
 namespace bench {
@@ -87,7 +89,7 @@ private:
     Seconds Transfer_{};
     std::unique_ptr<burnwick::EventLoop> Loop_ = burnwick::NewWindowLoop();
     std::unique_ptr<burnwick::MessageLoop> PortLoop_ = burnwick::NewSystemLoop();
-    std::unique_ptr<burnwick::ShellIntegration> Shell_ = burnwick::SystemShell();
+    std::unique_ptr<burnwick::ShellIntegration> Shell_ = burnwick::DesktopShell();
     burnwick::WindowServices Services_{
         .Product = {.Title = "Burnwick"},
         .Trace = [](const std::string&) {},

@@ -25,12 +25,12 @@ breach "core knows no Qt" '#include (<Q|"ui_)' "${forms[@]}" "${core[@]}"
 breach "core knows no form" '#include "(forms/|.*/(frm|PercentBar\.h))' "${forms[@]}" "${core[@]}" src/cli
 breach "the command line knows no Qt" '#include (<Q|"tools/)' src/cli
 breach "the shared platform code knows no system and no Qt" '#include <(sys/|linux/|unistd|fcntl|poll|termios|signal\.h|windows|Q[A-Z])' \
-    src/platform/*.h src/platform/*.cpp
+    src/platform/*/*.h src/platform/*/*.cpp
 breach "system switches live in CMake and the platform folder" '#if.*(_WIN32|__linux__|__unix__)' \
     "${core[@]}" src/forms src/cli src/tools src/app simulator
 breach "engine stands on platform only" '#include "(settings|ports|job|cli|app|log|image|tools)/' src/engine
 breach "image needs nobody but the path of a text" \
-    '#include "(engine|settings|ports|job|cli|app|log|tools|platform/[^U])' src/image
+    '#include "(engine|settings|ports|job|cli|app|log|tools|platform/([^f]|files/[^U]))' src/image
 breach "log stands on platform only" '#include "(engine|settings|ports|job|cli|app|image|tools)/' src/log
 breach "settings stands on platform only" '#include "(engine|ports|job|cli|app|log|image|tools)/' src/settings
 breach "ports stands on platform only" '#include "(engine|settings|job|cli|app|log|image|tools)/' src/ports
@@ -38,8 +38,8 @@ breach "what forms share stands on platform only" '#include "(engine|settings|po
 breach "job stands below cli and app" '#include "(cli|app|tools)/' src/job
 breach "tools stands below cli and app" '#include "(cli|app)/' src/tools
 breach "platform stands on nothing" '#include "(forms|engine|settings|ports|job|cli|app|log|image|tools)/' src/platform
-breach "only the platform's own folder includes a system's" '#include "platform/(linux|windows|qt)/' \
-    "${core[@]}" src/forms src/cli src/tools src/app src/platform/*.h src/platform/*.cpp
+breach "only the platform's own folder includes a system's" '#include "platform/[a-z]+/(linux|windows|qt)/' \
+    "${core[@]}" src/forms src/cli src/tools src/app src/platform/*/*.h src/platform/*/*.cpp
 breach "a source includes headers only" '#include ".*\.cpp"' src simulator tests bench
 breach "the simulated unit shares nothing with the rest" \
     '#include "(engine|settings|ports|job|cli|app|log|image|tools|platform)/' simulator

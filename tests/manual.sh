@@ -13,8 +13,9 @@ page=docs/manual/04-messages.md
 # and what --help prints (tests/manpage.sh looks after that).
 is_elsewhere() {
     case $1 in
-    src/platform/linux/TtyErrors.cpp) return 1 ;;
-    src/platform/linux/* | src/platform/qt/* | src/image/TextFields.cpp | src/log/ActivityLog.cpp | src/cli/*Verb.h) return 0 ;;
+    src/platform/serial/linux/TtyErrors.cpp) return 1 ;;
+    src/settings/DesktopEntry.cpp | src/settings/EntryShell.cpp | src/settings/MimeDefaults.cpp) return 0 ;;
+    src/platform/*/linux/* | src/platform/*/qt/* | src/image/TextFields.cpp | src/log/ActivityLog.cpp | src/cli/*Verb.h) return 0 ;;
     *) return 1 ;;
     esac
 }

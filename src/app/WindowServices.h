@@ -7,11 +7,11 @@
 
 #include "job/Job.h"
 #include "job/Product.h"
-#include "platform/MessageLoop.h"
-#include "platform/SerialDevice.h"
-#include "platform/ShellIntegration.h"
-#include "platform/SingleInstance.h"
-#include "platform/SleepInhibitor.h"
+#include "platform/desktop/ShellIntegration.h"
+#include "platform/desktop/SleepInhibitor.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/serial/SerialDevice.h"
+#include "platform/window/SingleInstance.h"
 #include "ports/PortTable.h"
 #include "settings/Settings.h"
 

@@ -16,7 +16,7 @@
 #include "forms/MsgBox.h"
 #include "image/modBinFileInfo.h"
 #include "job/RecentFiles.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
 #include "settings/ShellCheck.h"
 #include "settings/modActivatePrevInstance.h"

@@ -14,8 +14,8 @@
 #include "job/Summary.h"
 #include "job/TransferRate.h"
 #include "job/WindowTexts.h"
-#include "platform/MSComm.h"
-#include "platform/SystemMenu.h"
+#include "platform/serial/MSComm.h"
+#include "platform/window/SystemMenu.h"
 
 class QAction;
 

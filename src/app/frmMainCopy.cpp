@@ -6,7 +6,7 @@
 #include "forms/Hourglass.h"
 #include "forms/MsgBox.h"
 #include "job/CopyToFolder.h"
-#include "platform/PlainText.h"
+#include "platform/process/PlainText.h"
 #include "tools/modBrowseFolder.h"
 #include "ui_frmMain.h"
 

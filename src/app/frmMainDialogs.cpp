@@ -3,7 +3,7 @@
 #include "forms/MsgBox.h"
 #include "log/ActivityLog.h"
 #include "log/frmActivity.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "ports/frmCOMPortSetting.h"
 #include "settings/frmOptions.h"
 #include "tools/WebEmail.h"

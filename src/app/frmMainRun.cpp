@@ -12,7 +12,7 @@
 #include "forms/FormParts.h"
 #include "forms/MsgBox.h"
 #include "log/ActivityLog.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "settings/frmChipSelect.h"
 #include "ui_frmMain.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SystemMenu.h"
+#include "platform/window/SystemMenu.h"
 
 // Changes the main window's system menu.
 namespace burnwick::modSystemMenu {

@@ -7,7 +7,7 @@
 #include "cli/Wording.h"
 #include "image/modBinFileInfo.h"
 #include "job/Verification.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick::cli {
 

@@ -7,9 +7,9 @@
 #include <string>
 
 #include "job/Job.h"
-#include "platform/MessageLoop.h"
-#include "platform/SerialDevice.h"
-#include "platform/SleepInhibitor.h"
+#include "platform/desktop/SleepInhibitor.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/serial/SerialDevice.h"
 #include "settings/Settings.h"
 
 namespace burnwick::cli {

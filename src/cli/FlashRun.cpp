@@ -8,7 +8,7 @@
 #include "cli/Wording.h"
 #include "job/Summary.h"
 #include "log/ActivityLog.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
 
 namespace burnwick::cli {

@@ -6,7 +6,7 @@
 #include "cli/RunConsole.h"
 #include "cli/RunOptions.h"
 #include "job/FlashJob.h"
-#include "platform/MSComm.h"
+#include "platform/serial/MSComm.h"
 #include "ports/PortTable.h"
 
 namespace burnwick::cli {

@@ -11,8 +11,8 @@
 #include "engine/FlashMessages.h"
 #include "engine/ImageInfo.h"
 #include "image/modBinFileInfo.h"
-#include "platform/PlainText.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick::cli {
 

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <variant>
 
-#include "platform/PlainText.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick::cli {
 

@@ -2,7 +2,7 @@
 
 #include "cli/JsonOutput.h"
 #include "cli/Verb.h"
-#include "platform/PlainText.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick::cli {
 

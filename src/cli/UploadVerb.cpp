@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "settings/ChipSize.h"
 
 namespace burnwick::cli {

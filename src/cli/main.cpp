@@ -3,10 +3,12 @@
 
 #include "cli/CommandLine.h"
 #include "job/JobThread.h"
-#include "platform/Interrupt.h"
-#include "platform/ProcessText.h"
-#include "platform/ProgramFolder.h"
-#include "platform/System.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/process/Interrupt.h"
+#include "platform/process/ProcessText.h"
+#include "platform/process/StandardStreams.h"
+#include "platform/serial/SerialDevice.h"
 #include "settings/modUtility.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <span>
 
-#include "platform/Bytes.h"
+#include "platform/files/Bytes.h"
 
 // The frames of the wire as values: what the program sends, and what it reads out of an answer.
 namespace burnwick {

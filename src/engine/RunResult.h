@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/CommError.h"
+#include "platform/serial/CommError.h"
 
 namespace burnwick {
 

@@ -12,8 +12,8 @@
 #include "engine/FlashMessages.h"
 #include "engine/ImageInfo.h"
 #include "engine/RunResult.h"
-#include "platform/MSComm.h"
-#include "platform/MessageLoop.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/serial/MSComm.h"
 
 namespace burnwick {
 

@@ -2,7 +2,7 @@
 
 #include <QMessageBox>
 
-#include "platform/BoxText.h"
+#include "platform/window/BoxText.h"
 
 namespace burnwick {
 

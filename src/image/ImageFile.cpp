@@ -6,7 +6,7 @@
 #include <limits>
 #include <system_error>
 
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick::modBinFileInfo {
 

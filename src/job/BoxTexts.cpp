@@ -1,6 +1,6 @@
 #include "job/BoxTexts.h"
 
-#include "platform/PlainText.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick {
 

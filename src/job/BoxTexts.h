@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/BoxText.h"
+#include "platform/window/BoxText.h"
 
 // What the message boxes of a run say.
 namespace burnwick {

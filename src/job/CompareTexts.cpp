@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "job/Verification.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick {
 

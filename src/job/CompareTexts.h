@@ -8,7 +8,7 @@
 #include <string>
 
 #include "image/DifferingRanges.h"
-#include "platform/BoxText.h"
+#include "platform/window/BoxText.h"
 
 // What the compare dialog says. Texts are UTF-8.
 namespace burnwick {

@@ -8,8 +8,8 @@
 #include <optional>
 
 #include "image/modBinFileInfo.h"
-#include "platform/FolderNames.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/FolderNames.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <variant>
 
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "ports/modFindCOMPorts.h"
 
 namespace burnwick {

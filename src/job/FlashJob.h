@@ -11,8 +11,8 @@
 #include "image/Image.h"
 #include "job/JobEvent.h"
 #include "job/Verification.h"
-#include "platform/MSComm.h"
-#include "platform/MessageLoop.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/serial/MSComm.h"
 
 namespace burnwick {
 

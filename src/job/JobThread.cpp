@@ -4,7 +4,8 @@
 #include <utility>
 #include <variant>
 
-#include "platform/System.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/serial/SerialDevice.h"
 
 namespace burnwick {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/FolderNames.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/FolderNames.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick {
 

@@ -5,7 +5,7 @@
 #include <mutex>
 #include <utility>
 
-#include "platform/Wakeup.h"
+#include "platform/loop/Wakeup.h"
 
 namespace burnwick {
 

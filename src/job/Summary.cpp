@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/PlainText.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick {
 

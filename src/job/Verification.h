@@ -8,7 +8,7 @@
 #include <variant>
 
 #include "image/Image.h"
-#include "platform/FileLock.h"
+#include "platform/files/FileLock.h"
 
 namespace burnwick {
 

@@ -11,8 +11,8 @@
 
 #include "log/LogPaths.h"
 #include "log/LogText.h"
-#include "platform/FileLock.h"
-#include "platform/PlainText.h"
+#include "platform/files/FileLock.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick {
 

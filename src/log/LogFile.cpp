@@ -8,10 +8,10 @@
 #include <utility>
 
 #include "log/LogPaths.h"
-#include "platform/FileLock.h"
-#include "platform/PlainText.h"
-#include "platform/ReadWholeFile.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/ReadWholeFile.h"
+#include "platform/files/Utf8Path.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick {
 

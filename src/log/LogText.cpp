@@ -4,8 +4,8 @@
 #include <array>
 #include <utility>
 
-#include "platform/EightBitText.h"
-#include "platform/PlainText.h"
+#include "platform/process/EightBitText.h"
+#include "platform/process/PlainText.h"
 
 namespace burnwick {
 

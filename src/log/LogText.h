@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/BoxText.h"
+#include "platform/window/BoxText.h"
 
 // What the viewer of the activity log shows and says (UTF-8).
 namespace burnwick {

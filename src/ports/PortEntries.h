@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/BoxText.h"
+#include "platform/window/BoxText.h"
 
 // What the port dialog lists and says.
 namespace burnwick {

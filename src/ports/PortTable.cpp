@@ -4,8 +4,8 @@
 #include <cctype>
 #include <charconv>
 
-#include "platform/MSComm.h"
-#include "platform/SystemPorts.h"
+#include "platform/serial/MSComm.h"
+#include "platform/serial/SystemPorts.h"
 
 namespace burnwick {
 

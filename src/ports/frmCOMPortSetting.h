@@ -5,7 +5,7 @@
 #include <string>
 
 #include "forms/PlacedDialog.h"
-#include "platform/MSComm.h"
+#include "platform/serial/MSComm.h"
 #include "ports/PortTable.h"
 
 namespace burnwick {

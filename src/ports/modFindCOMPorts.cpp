@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 
 namespace burnwick::modFindCOMPorts {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/MSComm.h"
+#include "platform/serial/MSComm.h"
 #include "ports/PortEntries.h"
 #include "ports/PortTable.h"
 

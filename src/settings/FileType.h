@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Registry.h"
+#include "platform/desktop/Registry.h"
 
 // The file association "Flash with Burnwick" as a registry has it. Where the system's own part of the
 // registry refuses, it stands in the user's.

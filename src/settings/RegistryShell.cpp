@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
+#include "settings/EntryShell.h"
 #include "settings/FileType.h"
 
 namespace burnwick {
@@ -60,7 +61,7 @@ std::unique_ptr<ShellIntegration> DesktopShell() {
     if (registry && shell) {
         return std::make_unique<RegistryShell>(std::move(registry), std::move(shell));
     }
-    return SystemShell();
+    return std::make_unique<EntryShell>();
 }
 
 }  // namespace burnwick

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <memory>
 
-#include "platform/Registry.h"
-#include "platform/ShellCalls.h"
-#include "platform/ShellIntegration.h"
+#include "platform/desktop/Registry.h"
+#include "platform/desktop/ShellCalls.h"
+#include "platform/desktop/ShellIntegration.h"
 
 namespace burnwick {
 

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "platform/ShellIntegration.h"
+#include "platform/desktop/ShellIntegration.h"
 #include "settings/Settings.h"
 
 namespace burnwick {

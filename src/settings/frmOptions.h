@@ -6,7 +6,7 @@
 #include <string>
 
 #include "forms/PlacedDialog.h"
-#include "platform/ShellIntegration.h"
+#include "platform/desktop/ShellIntegration.h"
 #include "settings/Settings.h"
 
 class QRadioButton;

@@ -1,6 +1,6 @@
 #include "settings/modActivatePrevInstance.h"
 
-#include "platform/SingleInstance.h"
+#include "platform/window/SingleInstance.h"
 
 namespace burnwick::modActivatePrevInstance {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Registry.h"
+#include "platform/desktop/Registry.h"
 
 // Keys of the registry and their texts.
 namespace burnwick::modRegistry {

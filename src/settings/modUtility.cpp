@@ -5,11 +5,11 @@
 #include <memory>
 #include <optional>
 
-#include "platform/EightBitText.h"
-#include "platform/FileLock.h"
-#include "platform/ReadWholeFile.h"
-#include "platform/ReplaceFile.h"
-#include "platform/Utf16.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/ReadWholeFile.h"
+#include "platform/files/ReplaceFile.h"
+#include "platform/process/EightBitText.h"
+#include "platform/process/Utf16.h"
 
 namespace burnwick::modUtility {
 

@@ -14,7 +14,7 @@
 
 #include "forms/AccessibleAs.h"
 #include "forms/FormParts.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "tools/HelpPage.h"
 #include "tools/WebEmail.h"
 #include "ui_frmHelp.h"

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 
 namespace burnwick::test {
 

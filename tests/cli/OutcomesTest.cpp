@@ -2,7 +2,7 @@
 #include <filesystem>
 
 #include "cli/CliTest.h"
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 #include "support/Golden.h"
 
 namespace burnwick::test {

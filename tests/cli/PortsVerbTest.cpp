@@ -1,5 +1,5 @@
 #include "cli/CliTest.h"
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 
 namespace burnwick::test {
 

@@ -2,7 +2,7 @@
 
 #include "engine/ImageInfo.h"
 #include "fuzz/Input.h"
-#include "platform/Bytes.h"
+#include "platform/files/Bytes.h"
 
 // An image of any length and content, classified before it is sent.
 

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "fuzz/Input.h"
-#include "platform/LineSettings.h"
+#include "platform/serial/LineSettings.h"
 
 // Any text as the settings of a line.
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fuzz/Input.h"
-#include "platform/Bytes.h"
+#include "platform/files/Bytes.h"
 
 // Images are long and mostly of no interest. As an input one is its length, and the pieces of it that are not
 // zeros: so what lies far from its beginning stays in reach of a short input.

@@ -3,7 +3,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/SingleInstance.h"
+#include "platform/window/SingleInstance.h"
 #include "support/FakeShell.h"
 
 namespace burnwick::test {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "platform/MessageLoop.h"
+#include "platform/loop/MessageLoop.h"
 
 namespace burnwick::test {
 

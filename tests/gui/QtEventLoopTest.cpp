@@ -1,4 +1,4 @@
-#include "platform/WindowLoop.h"
+#include "platform/loop/WindowLoop.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/SingleInstance.h"
+#include "platform/window/SingleInstance.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 #include "gui/Await.h"
 #include "gui/RunningCopy.h"
-#include "platform/System.h"
+#include "platform/process/StandardStreams.h"
 #include "support/Elapsed.h"
 #include "support/Eventually.h"
 

@@ -3,9 +3,9 @@
 #include <filesystem>
 
 #include "gui/RunningCopy.h"
-#include "platform/FileLock.h"
-#include "platform/RuntimeFolder.h"
-#include "platform/qt/OtherCopy.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/RuntimeFolder.h"
+#include "platform/window/qt/OtherCopy.h"
 
 namespace burnwick::test {
 

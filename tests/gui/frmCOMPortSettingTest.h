@@ -19,8 +19,8 @@
 
 #include "forms/DropDownList.h"
 #include "gui/FormTest.h"
-#include "platform/BoxText.h"
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
+#include "platform/window/BoxText.h"
 #include "ports/PortTable.h"
 #include "ports/frmCOMPortSetting.h"
 #include "support/SomePorts.h"

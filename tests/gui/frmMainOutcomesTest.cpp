@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "gui/WindowTest.h"
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 #include "support/Golden.h"
 
 namespace burnwick::test {

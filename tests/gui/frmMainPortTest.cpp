@@ -4,7 +4,7 @@
 #include <QTest>
 
 #include "gui/WindowTest.h"
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 
 namespace burnwick::test {
 

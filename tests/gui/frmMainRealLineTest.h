@@ -9,9 +9,9 @@
 #include "gui/GuiLoop.h"
 #include "gui/WindowUser.h"
 #include "job/JobThread.h"
-#include "platform/SerialDevice.h"
-#include "platform/System.h"
-#include "platform/WindowLoop.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/loop/WindowLoop.h"
+#include "platform/serial/SerialDevice.h"
 #include "settings/modUtility.h"
 #include "support/UnitProgram.h"
 

@@ -1,8 +1,8 @@
 #include <memory>
 
 #include "gui/FormTest.h"
-#include "platform/UserHome.h"
 #include "settings/ShellCheck.h"
+#include "settings/UserHome.h"
 #include "settings/frmOptions.h"
 #include "settings/modUtility.h"
 

@@ -4,8 +4,8 @@
 #include <QCoreApplication>
 #include <cstdio>
 
-#include "platform/ProcessText.h"
-#include "platform/SingleInstance.h"
+#include "platform/process/ProcessText.h"
+#include "platform/window/SingleInstance.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "platform/System.h"
+#include "platform/loop/MessageLoop.h"
 #include "simulator/Line.h"
 #include "simulator/Unit.h"
 #include "support/Eventually.h"

@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "platform/System.h"
+#include "platform/loop/MessageLoop.h"
 
 namespace burnwick::test {
 

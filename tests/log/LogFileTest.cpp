@@ -4,7 +4,7 @@
 
 #include <chrono>
 
-#include "platform/FileLock.h"
+#include "platform/files/FileLock.h"
 
 namespace burnwick::test {
 

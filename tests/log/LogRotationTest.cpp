@@ -1,6 +1,6 @@
 #include "log/LogRotation.h"
 
-#include "platform/FileLock.h"
+#include "platform/files/FileLock.h"
 
 namespace burnwick::test {
 

@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "platform/EightBitText.h"
+#include "platform/process/EightBitText.h"
 
 namespace burnwick::test {
 

@@ -7,7 +7,7 @@
 #include <csignal>
 #include <functional>
 
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 namespace burnwick::test {
 

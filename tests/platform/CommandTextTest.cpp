@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/ProcessText.h"
+#include "platform/process/ProcessText.h"
 
 namespace burnwick::test {
 

@@ -7,7 +7,7 @@
 #include <csignal>
 
 #include "platform/MessageLoopContract.h"
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 // What is asked of a message loop where it waits for file descriptors, beside what every one does.
 namespace burnwick::test {

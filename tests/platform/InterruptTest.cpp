@@ -1,4 +1,4 @@
-#include "platform/Interrupt.h"
+#include "platform/process/Interrupt.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "ChildProcess.h"
-#include "platform/linux/PollLoop.h"
+#include "platform/loop/linux/PollLoop.h"
 
 namespace burnwick {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/LineDevice.h"
+#include "platform/serial/LineDevice.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <ctime>
 
-#include "platform/MessageLoop.h"
+#include "platform/loop/MessageLoop.h"
 
 namespace burnwick::test {
 

@@ -1,4 +1,4 @@
-#include "platform/MSComm.h"
+#include "platform/serial/MSComm.h"
 
 #include <gmock/gmock.h>
 

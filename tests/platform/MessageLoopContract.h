@@ -7,8 +7,8 @@
 #include <ostream>
 
 #include "platform/LoopHelpers.h"
-#include "platform/MessageLoop.h"
 #include "platform/Pipe.h"
+#include "platform/loop/MessageLoop.h"
 
 // What every message loop of the system does. A test program instantiates it for its loop.
 namespace burnwick::test {

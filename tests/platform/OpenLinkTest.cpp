@@ -1,4 +1,4 @@
-#include "platform/OpenLink.h"
+#include "platform/desktop/OpenLink.h"
 
 #include <gmock/gmock.h>
 

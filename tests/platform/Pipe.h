@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/MessageLoop.h"
+#include "platform/loop/MessageLoop.h"
 
 namespace burnwick::test {
 

@@ -1,5 +1,5 @@
 #include "platform/DescriptorLoopContract.h"
-#include "platform/System.h"
+#include "platform/loop/MessageLoop.h"
 
 namespace burnwick::test {
 namespace {

@@ -16,7 +16,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 namespace burnwick::test {
 

@@ -1,4 +1,4 @@
-#include "platform/ProgramFolder.h"
+#include "platform/files/ProgramFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "EnvironmentVariable.h"
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 #include "support/TempFolder.h"
 
 namespace burnwick {

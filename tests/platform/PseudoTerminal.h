@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 namespace burnwick::test {
 

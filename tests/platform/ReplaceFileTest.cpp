@@ -1,4 +1,4 @@
-#include "platform/ReplaceFile.h"
+#include "platform/files/ReplaceFile.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

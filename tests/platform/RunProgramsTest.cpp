@@ -1,4 +1,4 @@
-#include "platform/linux/RunPrograms.h"
+#include "platform/desktop/RunPrograms.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/RuntimeFolder.h"
+#include "platform/files/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

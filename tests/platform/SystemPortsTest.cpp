@@ -1,11 +1,11 @@
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 
 #include "PseudoTerminal.h"
-#include "platform/linux/DeviceDescription.h"
+#include "platform/serial/linux/DeviceDescription.h"
 #include "support/TempFolder.h"
 
 namespace burnwick {

@@ -1,4 +1,4 @@
-#include "platform/TimerQueue.h"
+#include "platform/loop/TimerQueue.h"
 
 #include <gmock/gmock.h>
 

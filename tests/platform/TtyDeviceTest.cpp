@@ -1,4 +1,4 @@
-#include "platform/linux/TtyDevice.h"
+#include "platform/serial/linux/TtyDevice.h"
 
 #include <gmock/gmock.h>
 #include <sys/file.h>
@@ -11,8 +11,8 @@
 
 #include "ChildProcess.h"
 #include "PseudoTerminal.h"
-#include "platform/MSComm.h"
-#include "platform/linux/PollLoop.h"
+#include "platform/loop/linux/PollLoop.h"
+#include "platform/serial/MSComm.h"
 #include "support/Elapsed.h"
 #include "support/TempFolder.h"
 

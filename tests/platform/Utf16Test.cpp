@@ -1,8 +1,8 @@
-#include "platform/Utf16.h"
+#include "platform/process/Utf16.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick::test {
 

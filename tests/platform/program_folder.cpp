@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "platform/ProgramFolder.h"
+#include "platform/files/ProgramFolder.h"
 
 int main() {
     return std::puts(burnwick::ProgramFolder().c_str()) >= 0 ? 0 : 1;

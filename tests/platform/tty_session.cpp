@@ -4,8 +4,9 @@
 #include <cstdio>
 #include <vector>
 
-#include "platform/MSComm.h"
-#include "platform/System.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/serial/MSComm.h"
+#include "platform/serial/SerialDevice.h"
 
 int main(int argc, char** argv) {
     using namespace burnwick;

@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 #include "ports/modFindCOMPorts.h"
 #include "support/SomePorts.h"
 

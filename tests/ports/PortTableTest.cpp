@@ -1,6 +1,6 @@
 #include "ports/PortTableTest.h"
 
-#include "platform/SystemPorts.h"
+#include "platform/serial/SystemPorts.h"
 
 namespace burnwick::test {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Registry.h"
+#include "platform/desktop/Registry.h"
 
 namespace burnwick::test {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/SingleInstance.h"
+#include "platform/window/SingleInstance.h"
 
 namespace burnwick::test {
 namespace {

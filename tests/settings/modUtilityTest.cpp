@@ -5,7 +5,7 @@
 #include <chrono>
 #include <string_view>
 
-#include "platform/FileLock.h"
+#include "platform/files/FileLock.h"
 #include "settings/SettingsFile.h"
 #include "support/Elapsed.h"
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Bytes.h"
-#include "platform/SerialDevice.h"
+#include "platform/files/Bytes.h"
+#include "platform/serial/SerialDevice.h"
 #include "support/VirtualLoop.h"
 
 namespace burnwick::test {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/ShellIntegration.h"
+#include "platform/desktop/ShellIntegration.h"
 
 namespace burnwick::test {
 

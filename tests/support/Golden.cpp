@@ -7,7 +7,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick::test {
 

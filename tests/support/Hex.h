@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Bytes.h"
+#include "platform/files/Bytes.h"
 
 namespace burnwick::test {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Bytes.h"
+#include "platform/files/Bytes.h"
 
 namespace burnwick::test {
 

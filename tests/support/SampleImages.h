@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-#include "platform/Bytes.h"
+#include "platform/files/Bytes.h"
 
 namespace burnwick::test {
 

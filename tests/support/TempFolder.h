@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Bytes.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Bytes.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick::test {
 

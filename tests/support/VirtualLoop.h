@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/MessageLoop.h"
-#include "platform/TimerQueue.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/loop/TimerQueue.h"
 
 namespace burnwick::test {
 

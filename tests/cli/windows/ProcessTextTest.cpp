@@ -1,4 +1,4 @@
-#include "platform/ProcessText.h"
+#include "platform/process/ProcessText.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

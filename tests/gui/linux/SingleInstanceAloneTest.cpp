@@ -2,7 +2,7 @@
 
 #include "gui/RunningCopy.h"
 #include "platform/EnvironmentVariable.h"
-#include "platform/SingleInstance.h"
+#include "platform/window/SingleInstance.h"
 #include "support/TempFolder.h"
 
 namespace burnwick::test {

@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QWidget>
 
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 

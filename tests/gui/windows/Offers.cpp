@@ -1,6 +1,6 @@
 #include "gui/Offers.h"
 
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/process/windows/WideText.h"
 #include "platform/windows/Child.h"
-#include "platform/windows/WideText.h"
 #include "support/Eventually.h"
 #include "support/TempFolder.h"
 

@@ -1,5 +1,5 @@
 // The main window's own system menu, and its title bar, as the system knows them.
-#include "platform/SystemMenu.h"
+#include "platform/window/SystemMenu.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 
 #include "gui/Await.h"
 #include "gui/windows/NativeWindow.h"
-#include "platform/Attention.h"
+#include "platform/window/Attention.h"
 #include "support/Elapsed.h"
 
 namespace burnwick::test {

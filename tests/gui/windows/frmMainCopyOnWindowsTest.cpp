@@ -1,6 +1,6 @@
 // The copy commands, another program that asks for the clipboard, and names that the system takes for one.
 #include "gui/CopyTest.h"
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 

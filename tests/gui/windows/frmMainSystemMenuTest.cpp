@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "gui/WindowTest.h"
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 

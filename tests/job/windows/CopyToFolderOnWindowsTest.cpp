@@ -2,7 +2,7 @@
 #include <thread>
 
 #include "job/CopyToFolderTest.h"
-#include "platform/windows/UniqueHandle.h"
+#include "platform/process/windows/UniqueHandle.h"
 
 // Attributes, files that programs keep to themselves, drives and long paths, as Windows has them.
 namespace burnwick::test {

@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 namespace burnwick::test {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/windows/UniqueHandle.h"
+#include "platform/process/windows/UniqueHandle.h"
 
 namespace burnwick::test {
 

@@ -1,4 +1,4 @@
-#include "platform/windows/ComDevice.h"
+#include "platform/serial/windows/ComDevice.h"
 
 #include <gmock/gmock.h>
 
@@ -10,11 +10,11 @@
 #include "Child.h"
 #include "TestLine.h"
 #include "platform/LoopHelpers.h"
-#include "platform/MSComm.h"
-#include "platform/windows/ComErrors.h"
-#include "platform/windows/ComLine.h"
-#include "platform/windows/WaitLoop.h"
-#include "platform/windows/WideText.h"
+#include "platform/loop/windows/WaitLoop.h"
+#include "platform/process/windows/WideText.h"
+#include "platform/serial/MSComm.h"
+#include "platform/serial/windows/ComErrors.h"
+#include "platform/serial/windows/ComLine.h"
 #include "support/Elapsed.h"
 #include "support/TempFolder.h"
 

@@ -1,8 +1,8 @@
-#include "platform/windows/ComErrors.h"
+#include "platform/serial/windows/ComErrors.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 #include "support/TempFolder.h"
 
 namespace burnwick {

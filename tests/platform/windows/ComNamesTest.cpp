@@ -1,4 +1,4 @@
-#include "platform/windows/ComNames.h"
+#include "platform/serial/windows/ComNames.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "platform/EightBitText.h"
+#include "platform/process/EightBitText.h"
 
 #include <gmock/gmock.h>
 
 #include "ForeignText.h"
 #include "log/LogText.h"
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 namespace {

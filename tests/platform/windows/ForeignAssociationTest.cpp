@@ -2,9 +2,9 @@
 
 #include "Child.h"
 #include "RegistryKey.h"
-#include "platform/Registry.h"
-#include "platform/ShellIntegration.h"
-#include "platform/windows/WideText.h"
+#include "platform/desktop/Registry.h"
+#include "platform/desktop/ShellIntegration.h"
+#include "platform/process/windows/WideText.h"
 #include "settings/RegistryShell.h"
 
 namespace burnwick::test {

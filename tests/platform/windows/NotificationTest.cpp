@@ -1,4 +1,4 @@
-#include "platform/Notification.h"
+#include "platform/desktop/Notification.h"
 
 #include <gmock/gmock.h>
 
@@ -7,8 +7,8 @@
 #include <future>
 #include <thread>
 
-#include "platform/windows/UniqueHandle.h"
-#include "platform/windows/WideText.h"
+#include "platform/process/windows/UniqueHandle.h"
+#include "platform/process/windows/WideText.h"
 #include "support/Elapsed.h"
 
 #include <shellapi.h>

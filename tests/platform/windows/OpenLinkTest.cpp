@@ -1,4 +1,4 @@
-#include "platform/OpenLink.h"
+#include "platform/desktop/OpenLink.h"
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 #include "ForeignFolder.h"
 #include "RegistryKey.h"
 #include "WideVariable.h"
-#include "platform/Registry.h"
+#include "platform/desktop/Registry.h"
 
 namespace burnwick::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/windows/UniqueHandle.h"
+#include "platform/process/windows/UniqueHandle.h"
 
 namespace burnwick::test {
 

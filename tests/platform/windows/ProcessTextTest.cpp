@@ -1,4 +1,4 @@
-#include "platform/ProcessText.h"
+#include "platform/process/ProcessText.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include "ForeignFolder.h"
 #include "WideVariable.h"
 #include "app/DirFile.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 #include "settings/RegistryShell.h"
 
 #include <shellapi.h>

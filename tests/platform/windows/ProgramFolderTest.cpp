@@ -1,11 +1,11 @@
-#include "platform/ProgramFolder.h"
+#include "platform/files/ProgramFolder.h"
 
 #include <gtest/gtest.h>
 
 #include "Child.h"
 #include "ForeignFolder.h"
 #include "WideVariable.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 
 namespace burnwick::test {
 namespace {

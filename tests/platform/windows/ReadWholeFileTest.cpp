@@ -1,11 +1,11 @@
-#include "platform/ReadWholeFile.h"
+#include "platform/files/ReadWholeFile.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
 #include "ForeignFolder.h"
-#include "platform/windows/UniqueHandle.h"
+#include "platform/process/windows/UniqueHandle.h"
 
 namespace burnwick::test {
 namespace {

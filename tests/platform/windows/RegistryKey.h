@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 #include <aclapi.h>
 

@@ -1,10 +1,10 @@
-#include "platform/ReplaceFile.h"
+#include "platform/files/ReplaceFile.h"
 
 #include <gtest/gtest.h>
 
 #include "Child.h"
 #include "ForeignFolder.h"
-#include "platform/ReadWholeFile.h"
+#include "platform/files/ReadWholeFile.h"
 
 namespace burnwick::test {
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/RuntimeFolder.h"
+#include "platform/files/RuntimeFolder.h"
 
 #include <gtest/gtest.h>
 
 #include "ForeignFolder.h"
 #include "WideVariable.h"
-#include "platform/windows/UserFolders.h"
+#include "platform/files/windows/UserFolders.h"
 
 #include <shlobj.h>
 

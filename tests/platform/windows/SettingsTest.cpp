@@ -6,7 +6,7 @@
 #include "ForeignFolder.h"
 #include "ForeignText.h"
 #include "WideVariable.h"
-#include "platform/windows/WideText.h"
+#include "platform/process/windows/WideText.h"
 #include "settings/modUtility.h"
 
 // The settings between several copies of the program, beside programs of other makers, and in trouble.

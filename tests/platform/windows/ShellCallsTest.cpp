@@ -1,11 +1,11 @@
-#include "platform/ShellCalls.h"
+#include "platform/desktop/ShellCalls.h"
 
 #include <gmock/gmock.h>
 
 #include "Child.h"
 #include "ForeignFolder.h"
 #include "WideVariable.h"
-#include "platform/Utf8Path.h"
+#include "platform/files/Utf8Path.h"
 
 #include <shellapi.h>
 

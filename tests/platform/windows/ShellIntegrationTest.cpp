@@ -1,4 +1,4 @@
-#include "platform/ShellIntegration.h"
+#include "platform/desktop/ShellIntegration.h"
 
 #include <gmock/gmock.h>
 
@@ -9,11 +9,12 @@
 #include "Child.h"
 #include "ForeignFolder.h"
 #include "WideVariable.h"
-#include "platform/Registry.h"
-#include "platform/ShellCalls.h"
-#include "platform/Utf8Path.h"
+#include "platform/desktop/Registry.h"
+#include "platform/desktop/ShellCalls.h"
+#include "platform/files/Utf8Path.h"
 #include "settings/RegistryShell.h"
 #include "settings/ShellCheck.h"
+#include "support/FakeSettings.h"
 
 #include <shellapi.h>
 
@@ -86,11 +87,9 @@ TEST_F(DesktopTest, KeepsTheAssociationWhenItsProgramIsStartedInOtherLettersOrBy
     Shell_->RegisterFileType(Program_);
     const auto changes = [this](const fs::path& program) {
         std::vector<std::string> stored;
-        CheckShellIntegration(
-            *Shell_, program, [](const std::string&, const std::string&) { return "No"; },
-            [&stored](const std::string&, const std::string& key, const std::string&) {
-                stored.push_back(key);
-            });
+        FakeSettings settings{{"Options/ContextMenu", "No"}, {"Options/Desktop", "No"}};
+        settings.OnStore = [&stored](const auto& name, const auto&) { stored.push_back(name); };
+        CheckShellIntegration(*Shell_, program, settings);
         return stored;
     };
     for (const fs::path& typed : {Folder_.Path() / "BURNWICK.exe", fs::path(shortName.data())}) {

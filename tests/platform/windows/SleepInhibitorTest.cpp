@@ -1,8 +1,8 @@
-#include "platform/SleepInhibitor.h"
+#include "platform/desktop/SleepInhibitor.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 namespace {

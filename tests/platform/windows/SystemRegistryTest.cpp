@@ -2,8 +2,8 @@
 
 #include "Child.h"
 #include "RegistryKey.h"
-#include "platform/Registry.h"
-#include "platform/windows/WideText.h"
+#include "platform/desktop/Registry.h"
+#include "platform/process/windows/WideText.h"
 
 namespace burnwick::test {
 namespace {

@@ -1,4 +1,6 @@
-#include "platform/System.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/process/StandardStreams.h"
+#include "platform/serial/SerialDevice.h"
 
 #include <gtest/gtest.h>
 

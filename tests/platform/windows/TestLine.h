@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/windows/SystemHeaders.h"
+#include "platform/process/windows/SystemHeaders.h"
 
 namespace burnwick::test {
 

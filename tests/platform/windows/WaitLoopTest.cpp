@@ -1,4 +1,4 @@
-#include "platform/windows/WaitLoop.h"
+#include "platform/loop/windows/WaitLoop.h"
 
 #include <vector>
 

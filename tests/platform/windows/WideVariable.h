@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/windows/UserFolders.h"
+#include "platform/files/windows/UserFolders.h"
 
 namespace burnwick::test {
 

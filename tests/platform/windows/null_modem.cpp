@@ -16,7 +16,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/UniqueFd.h"
+#include "platform/files/linux/UniqueFd.h"
 
 namespace {
 

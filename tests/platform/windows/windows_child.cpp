@@ -8,16 +8,17 @@
 #include <string>
 #include <vector>
 
-#include "platform/FileLock.h"
-#include "platform/Interrupt.h"
-#include "platform/ProcessText.h"
-#include "platform/ProgramFolder.h"
-#include "platform/ReplaceFile.h"
-#include "platform/System.h"
-#include "platform/Utf8Path.h"
-#include "platform/windows/SystemHeaders.h"
-#include "platform/windows/UniqueHandle.h"
-#include "platform/windows/WideText.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/ProgramFolder.h"
+#include "platform/files/ReplaceFile.h"
+#include "platform/files/Utf8Path.h"
+#include "platform/loop/MessageLoop.h"
+#include "platform/process/Interrupt.h"
+#include "platform/process/ProcessText.h"
+#include "platform/process/StandardStreams.h"
+#include "platform/process/windows/SystemHeaders.h"
+#include "platform/process/windows/UniqueHandle.h"
+#include "platform/process/windows/WideText.h"
 #include "settings/modUtility.h"
 
 #include <shellapi.h>

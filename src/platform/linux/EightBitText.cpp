@@ -1,9 +1,0 @@
-#include "platform/EightBitText.h"
-
-namespace burnwick {
-
-std::optional<std::string> FromEightBit(std::string_view /*text*/) {
-    return std::nullopt;
-}
-
-}  // namespace burnwick

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/desktop/ShellIntegration.h"
+
+namespace burnwick {
+
+// The desktop of a system that keeps file associations and launchers in files of the user's: all desktops
+// read the same ones.
+class EntryShell final : public ShellIntegration {
+public:
+    std::filesystem::path AssociatedProgram() const override;
+    void RegisterFileType(const std::filesystem::path& program) override;
+    void UnregisterFileType() override;
+    void CreateDesktopShortcut(const std::filesystem::path& program) override;
+    void DeleteDesktopShortcut() override;
+};
+
+}  // namespace burnwick

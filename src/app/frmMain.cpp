@@ -67,7 +67,8 @@ frmMain::frmMain(WindowServices& services)
       tmrStatus(services.Loop.NewTimer(800ms, [this] { tmrStatus_Timer(); })),
       tmrTimeOut(services.Loop.NewTimer(100ms, [this] { tmrTimeOut_Timer(); })),
       tmrFlashWindow(services.Loop.NewTimer(300ms, [this] { tmrFlashWindow_Timer(); })),
-      Title_(services.Product.Title) {
+      Title_(services.Product.Title),
+      Summary_(*this, *Ui_) {
     Ui_->setupUi(this);
     Layout();
     ConnectCommands();
@@ -109,8 +110,13 @@ void frmMain::ConnectCommands() {
     onCommand(Ui_->mnuFileDownload, &frmMain::cmdDownload_Click);
     onCommand(Ui_->mnuFileUpload, &frmMain::cmdUpload_Click);
     onCommand(Ui_->mnuFileCompareFiles, &frmMain::mnuFileCompareFiles_Click);
-    onCommand(Ui_->mnuFileCopy, &frmMain::mnuFileCopy_Click);
-    onCommand(Ui_->mnuFileCopyToFolder, &frmMain::mnuFileCopyToFolder_Click);
+    connect(Ui_->mnuFileCopy, &QAction::triggered, this, [this] { Summary_.CopyLine(); });
+    connect(Ui_->mnuFileCopyToFolder, &QAction::triggered, this, [this] {
+        // A run that begins must not wait for a folder to be chosen.
+        if (!Running_) {
+            Summary_.CopyToFolder();
+        }
+    });
     onCommand(Ui_->mnuFileExit, &frmMain::cmdQuit_Click);
     onCommand(Ui_->mnuToolCOMPortSetting, &frmMain::mnuToolCOMPortSetting_Click);
     onCommand(Ui_->mnuToolViewLog, &frmMain::mnuToolViewLog_Click);
@@ -135,7 +141,7 @@ bool frmMain::Form_Load() {
         return false;
     }
     Copies_->Claim([this] { ComeForward(); });
-    ClearSoftwareSummary();
+    Summary_.Clear();
     if (Ui_->chkDebug->isChecked()) {
         Title_ = "Burnwick-Debug";
     }

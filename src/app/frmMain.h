@@ -6,12 +6,12 @@
 #include <span>
 #include <string>
 
+#include "app/SummaryPanel.h"
 #include "app/WindowServices.h"
 #include "image/Image.h"
 #include "job/BoxTexts.h"
 #include "job/Job.h"
 #include "job/RunTexts.h"
-#include "job/Summary.h"
 #include "job/TransferRate.h"
 #include "job/WindowTexts.h"
 #include "platform/serial/MSComm.h"
@@ -83,12 +83,6 @@ private:
     void mnuHelpBurnwickHelp_Click();
     void mnuHelpAbout_Click();
 
-    // frmMainCopy.cpp: the copy commands, on the image that the summary shows.
-    void mnuFileCopy_Click();
-    void mnuFileCopyToFolder_Click();
-    void CopyInto(const std::string& folder);
-    void EnableCopyCommands(bool enabled);
-
     // frmMainRun.cpp: a run from the click to its result.
     void cmdDownload_Click();
     void cmdUpload_Click();
@@ -139,9 +133,6 @@ private:
     void FadeBar();
     void ShowInBar(const QString& caption, int value);
     void ShowSoftwareSummary(const modBinFileInfo::BinFileInfo& information);
-    void ClearSoftwareSummary();
-    void ShowSummaryTexts();
-    void ShowSummaryTitle(const std::string& title);
     RunKind Kind() const;
 
     WindowServices& Services_;
@@ -171,8 +162,7 @@ private:
     bool CloseWhenDone_ = false;  // the window closes when the run has ended
     RunTexts Texts_;              // of the latest run; labels and display show them
     RunResult Result_;            // of its transfer, a read-back apart
-    SoftwareSummary Summary_;
-    modBinFileInfo::BinFileInfo BinFileInfo;  // of the image that the summary shows
+    SummaryPanel Summary_;
     TransferRate Rate_;
     int Percent = 0;
     bool CaptionSaved = false;

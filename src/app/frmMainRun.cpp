@@ -166,7 +166,7 @@ bool frmMain::ChooseUploadFile() {
         return false;
     }
     Image_ = {};
-    ClearSoftwareSummary();
+    Summary_.Clear();
     return true;
 }
 
@@ -295,7 +295,7 @@ void frmMain::BackToIdle() {
 }
 
 void frmMain::LogRun(const RunResult& run) {
-    ActivityRecord record = RecordOf(run, Texts_, ImageFileName, Summary_);
+    ActivityRecord record = RecordOf(run, Texts_, ImageFileName, Summary_.Texts());
     record.IsUpload = TransferMode == TransferModes::Upload;
     WriteActivityLog(Services_.ProgramFolder, LogOption(Services_.Settings), record, Services_.Loop.Now());
 }

@@ -206,35 +206,7 @@ void frmMain::ShowInBar(const QString& caption, int value) {
 }
 
 void frmMain::ShowSoftwareSummary(const modBinFileInfo::BinFileInfo& information) {
-    BinFileInfo = information;
-    Summary_ = SummaryOf(BinFileInfo, Ui_->chkDebug->isChecked());
-    ShowSummaryTexts();
-    const bool named = BinFileInfo.Model != modBinFileInfo::NotAvailable;
-    ShowSummaryTitle(named ? "Model: " + BinFileInfo.Model : "Summary:");
-    EnableCopyCommands(true);
-}
-
-void frmMain::ClearSoftwareSummary() {
-    BinFileInfo = {};
-    Summary_ = {};
-    ShowSummaryTexts();
-    ShowSummaryTitle("Summary:");
-    EnableCopyCommands(false);
-}
-
-void frmMain::ShowSummaryTexts() {
-    ShowText(*Ui_->lblChecksum, Summary_.Checksum);
-    ShowText(*Ui_->lblVersion, Summary_.Version);
-    ShowText(*Ui_->lblLanguage, Summary_.Language);
-    ShowText(*Ui_->lblDateStamp, Summary_.DateStamp);
-}
-
-// A title as long as an image likes must not widen the window, nor its ampersands underline anything.
-void frmMain::ShowSummaryTitle(const std::string& title) {
-    const int room = Ui_->txtDisplay->minimumWidth() - fontMetrics().horizontalAdvance("MM");
-    QString shown = fontMetrics().elidedText(QString::fromStdString(title), Qt::ElideRight, room);
-    Ui_->fraSummary->setTitle(shown.replace("&", "&&"));
-    Ui_->fraSummary->setAccessibleDescription(QString::fromStdString(title));
+    Summary_.Show(information, Ui_->chkDebug->isChecked());
 }
 
 RunKind frmMain::Kind() const {

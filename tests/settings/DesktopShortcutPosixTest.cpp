@@ -11,8 +11,6 @@ namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr auto Program = "/opt/burnwick/Burnwick";
-
 class DesktopShortcutTest : public test::UserHome {
 protected:
     DesktopShortcutTest() { fs::create_directories(Desktop); }

@@ -17,7 +17,6 @@ using test::EnvironmentVariable;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr auto Program = "/opt/burnwick/Burnwick";
 constexpr auto Other = "/srv/moved/Burnwick";
 
 class ShellIntegrationTest : public test::UserHome {

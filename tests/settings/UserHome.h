@@ -21,6 +21,8 @@ namespace burnwick::test {
 // Tests on the desktop of a user whose home is the test's own.
 class UserHome : public ::testing::Test {
 protected:
+    static constexpr auto Program = "/opt/burnwick/Burnwick";
+
     UserHome() {
         std::filesystem::create_directories(Home);
         // Whoever does the test as another user writes here too.

@@ -12,8 +12,6 @@ namespace burnwick {
 
 namespace {
 
-constexpr auto longestWait = std::chrono::milliseconds(500);
-
 // A descriptor of our own, which keeps the computer awake while it is open; none when refused.
 UniqueFd Inhibit(const Bus& bus, const std::string& why, Bus::Clock::time_point limit) {
     const auto& library = bus.Library();
@@ -32,7 +30,8 @@ UniqueFd Inhibit(const Bus& bus, const std::string& why, Bus::Clock::time_point 
 }
 
 UniqueFd AskToStayAwake(const std::string& why) {
-    const auto limit = Bus::Clock::now() + longestWait;
+    constexpr auto patience = std::chrono::milliseconds(500);
+    const auto limit = Bus::Clock::now() + patience;
     const auto bus = Bus::Connect(BusKind::System, limit);
     return bus ? Inhibit(*bus, why, limit) : UniqueFd();
 }

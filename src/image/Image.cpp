@@ -83,7 +83,7 @@ std::string CompareWithFile(const Image& image, const std::string& fileName, std
         return "Error: " + fileName + ": " + file.Trouble();
     }
     ImageSource source(*image.Content);
-    const std::string error = CompareSources(source, file.Source(), differences);
+    std::string error = CompareSources(source, file.Source(), differences);
     if (file.Source().HasFailed()) {
         differences = 0;
         return "Error: " + fileName + ": it cannot be read to its end";

@@ -13,6 +13,8 @@ namespace burnwick {
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 class FlockedFile final : public FileLock {
 public:
     explicit FlockedFile(UniqueFd fd) : Fd_(std::move(fd)) {}
@@ -24,7 +26,6 @@ private:
 }  // namespace
 
 std::unique_ptr<FileLock> LockFile(const std::filesystem::path& path, std::chrono::milliseconds atMost) {
-    using Clock = std::chrono::steady_clock;
     constexpr auto pause = std::chrono::milliseconds(3);
     constexpr mode_t forEveryone = 0666;  // less the user's own mask
 

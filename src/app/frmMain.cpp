@@ -8,7 +8,6 @@
 #include <QMimeData>
 #include <QTimer>
 #include <QToolTip>
-#include <array>
 #include <chrono>
 
 #include "app/modSystemMenu.h"
@@ -44,6 +43,12 @@ std::string DraggedImage(const QMimeData& data) {
     return isImage ? path : std::string();
 }
 
+std::unique_ptr<Ui::frmMain> NewUi(QMainWindow& window) {
+    auto ui = std::make_unique<Ui::frmMain>();
+    ui->setupUi(&window);
+    return ui;
+}
+
 void KeepPlaceWhenHidden(QWidget& control) {
     QSizePolicy policy = control.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -61,15 +66,16 @@ bool IsUnintended(const QEvent& event) {
 
 frmMain::frmMain(WindowServices& services)
     : Services_(services),
-      Ui_(std::make_unique<Ui::frmMain>()),
+      Ui_(NewUi(*this)),
       MSComm1(services.PortLoop, services.NewDevice(),
               [this](int port) { return DeviceOf(port, PortDevices(Services_.Settings)); }),
       tmrStatus(services.Loop.NewTimer(800ms, [this] { tmrStatus_Timer(); })),
-      tmrTimeOut(services.Loop.NewTimer(100ms, [this] { tmrTimeOut_Timer(); })),
-      tmrFlashWindow(services.Loop.NewTimer(300ms, [this] { tmrFlashWindow_Timer(); })),
       Title_(services.Product.Title),
-      Summary_(*this, *Ui_) {
-    Ui_->setupUi(this);
+      Summary_(*this, *Ui_),
+      Recent_(*Ui_, services.Settings, [this](const std::string& path) { mnuFileMRF_Click(path); }),
+      TitleBar_(
+          *this, services.Loop, [this] { return AwayCaption(Texts_.Timing, Percent); },
+          [this] { Services_.Flash(this); }) {
     Layout();
     ConnectCommands();
 }
@@ -123,14 +129,6 @@ void frmMain::ConnectCommands() {
     onCommand(Ui_->mnuToolOptions, &frmMain::mnuToolOptions_Click);
     onCommand(Ui_->mnuHelpBurnwickHelp, &frmMain::mnuHelpBurnwickHelp_Click);
     onCommand(Ui_->mnuHelpAbout, &frmMain::mnuHelpAbout_Click);
-    for (const int index : {1, 2, 3, 4}) {
-        connect(RecentEntry(index), &QAction::triggered, this, [this, index] { mnuFileMRF_Click(index); });
-    }
-}
-
-QAction* frmMain::RecentEntry(int index) const {
-    const std::array entries{Ui_->mnuFileMRF_1, Ui_->mnuFileMRF_2, Ui_->mnuFileMRF_3, Ui_->mnuFileMRF_4};
-    return entries.at(static_cast<std::size_t>(index - 1));
 }
 
 bool frmMain::Form_Load() {
@@ -151,7 +149,7 @@ bool frmMain::Form_Load() {
     FillMissingSettings();
     FadeBar();
     ShowInBar(Ui_->PercentBar1->objectName(), 0);
-    SetCaption(Title_);
+    TitleBar_.SetCaption(Title_);
     Ui_->cmdDownload->setFocus();
     show();
     SystemMenu_ = SystemMenuOf(winId());
@@ -162,7 +160,7 @@ bool frmMain::Form_Load() {
     for (const int item : {0, 2, 4}) {  // Restore, Size, Maximize
         modSystemMenu::RemoveSystemMenuItem(*SystemMenu_, item);
     }
-    LoadRecentFiles();
+    Recent_.Load();
     return true;
 }
 
@@ -236,37 +234,22 @@ void frmMain::Form_Unload() {
         MSComm1.SetPortOpen(false);
     }
     tmrStatus->SetEnabled(false);
-    tmrTimeOut->SetEnabled(false);
-    tmrFlashWindow->SetEnabled(false);
+    TitleBar_.Stop();
     Services_.Settings.Store(Setting::Programming, "No");
     CloseWindowByTitle("Burnwick Help");
     CloseWindowByTitle("Burnwick (OEM) Help");
 }
 
-void frmMain::LoadRecentFiles() {
-    const RecentFiles files = ReadRecentFiles(Services_.Settings);
-    bool any = false;
-    for (int index = 1; const auto& path : files) {
-        RecentEntry(index)->setText(QString::fromStdString(RecentCaption(index, path)));
-        RecentEntry(index)->setVisible(!path.empty());
-        any = any || !path.empty();
-        ++index;
-    }
-    Ui_->mnuFileMRFSeparator->setVisible(any);
-}
-
 void frmMain::AddRecentFile(const std::string& path) {
     if (LeavesRecentFile(Result_, TransferMode == TransferModes::Upload)) {
-        burnwick::AddRecentFile(path, Services_.Settings);
-        LoadRecentFiles();
+        Recent_.Add(path);
     }
 }
 
-void frmMain::mnuFileMRF_Click(int index) {
+void frmMain::mnuFileMRF_Click(const std::string& path) {
     if (Running_) {
         return;
     }
-    const std::string path = PathOfCaption(RecentEntry(index)->text().toStdString());
     std::error_code ignored;
     if (!std::filesystem::exists(Utf8Path(path), ignored)) {
         MsgBox(this, QMessageBox::Critical, FileNotFoundBox(path));

@@ -6,7 +6,9 @@
 #include <span>
 #include <string>
 
+#include "app/RecentMenu.h"
 #include "app/SummaryPanel.h"
+#include "app/TitleBar.h"
 #include "app/WindowServices.h"
 #include "image/Image.h"
 #include "job/BoxTexts.h"
@@ -16,8 +18,6 @@
 #include "job/WindowTexts.h"
 #include "platform/serial/MSComm.h"
 #include "platform/window/SystemMenu.h"
-
-class QAction;
 
 namespace burnwick {
 
@@ -63,16 +63,14 @@ private:
     // frmMain.cpp: the window itself, start-up and shut-down.
     void Layout();
     void ConnectCommands();
-    QAction* RecentEntry(int index) const;
     bool SendsBlocks() const;
     void RefuseToClose();
     void Form_Unload();
     void FillMissingSettings() const;
     void CheckStartupPort();
     void ComeForward();
-    void LoadRecentFiles();
     void AddRecentFile(const std::string& path);
-    void mnuFileMRF_Click(int index);
+    void mnuFileMRF_Click(const std::string& path);
 
     // frmMainDialogs.cpp: the commands that only open other dialogs.
     bool IsOfEquipmentMaker() const;
@@ -121,14 +119,9 @@ private:
     void BeginComparison();
     void ForgetProgress();
     void tmrStatus_Timer();
-    void tmrTimeOut_Timer();
-    void tmrFlashWindow_Timer();
-    bool IsActive() const;
-    void SetCaption(const std::string& caption);
     void SetQuitCaption(const QString& caption);
     void SetStatus(const std::string& text);
     void Append(std::span<const std::string> lines);
-    void RestoreCaption();
     void ShowWorkingColors();
     void FadeBar();
     void ShowInBar(const QString& caption, int value);
@@ -144,8 +137,6 @@ private:
     std::unique_ptr<Job> Job_;  // of the latest run
     std::unique_ptr<SleepInhibitor> Awake_;
     std::unique_ptr<Timer> tmrStatus;
-    std::unique_ptr<Timer> tmrTimeOut;
-    std::unique_ptr<Timer> tmrFlashWindow;
 
     std::string Title_;
     TransferModes TransferMode = TransferModes::Download;
@@ -163,10 +154,10 @@ private:
     RunTexts Texts_;              // of the latest run; labels and display show them
     RunResult Result_;            // of its transfer, a read-back apart
     SummaryPanel Summary_;
+    RecentMenu Recent_;
+    TitleBar TitleBar_;
     TransferRate Rate_;
     int Percent = 0;
-    bool CaptionSaved = false;
-    std::string SavedCaption;
 };
 
 }  // namespace burnwick

@@ -92,7 +92,7 @@ bool frmMain::BeginRun() {
     if (MSComm1.PortOpen()) {
         MSComm1.SetPortOpen(false);
     }
-    SetCaption(Title_);
+    TitleBar_.SetCaption(Title_);
     if (!ChooseFile()) {
         return false;
     }
@@ -174,7 +174,6 @@ void frmMain::PrepareWindow() {
     Ui_->txtDisplay->clear();
     ForgetProgress();
     Services_.Settings.Store(Setting::LastPath, DirFile::Folder(ImageFileName));
-    CaptionSaved = false;
     Ui_->cmdDownload->setEnabled(false);
     Ui_->cmdUpload->setEnabled(false);
     SetMenusEnabled(false);
@@ -182,7 +181,7 @@ void frmMain::PrepareWindow() {
     Ui_->cmdQuit->setFocus();
     SetStatus(Texts_.Status);
     tmrStatus->SetEnabled(true);
-    tmrTimeOut->SetEnabled(true);
+    TitleBar_.BeginRun();
     FadeBar();
     Ui_->PercentBar1->SetValue(0);
 }
@@ -218,8 +217,8 @@ void frmMain::AskForVerification() {
 // To a window in the background: a beep, the flashing title, a notification.
 void frmMain::CallUser() {
     Services_.Beep();
-    tmrFlashWindow->SetEnabled(true);
-    if (!IsActive()) {
+    TitleBar_.CallUser();
+    if (!TitleBar_.IsActive()) {
         Services_.Notify(Title_, Announcement(Texts_));
     }
 }
@@ -263,7 +262,7 @@ void frmMain::EndOfVerification(const JobResult& job) {
     if (job.ImageChanged) {
         Append(std::array{ImageChangedText(Image_)});
     }
-    SetCaption("Burnwick - Programming was completed successfully");
+    TitleBar_.SetCaption("Burnwick - Programming was completed successfully");
     Texts_.Status = Programmed;
     SetStatus(Programmed);
     ShowWorkingColors();
@@ -290,8 +289,7 @@ void frmMain::BackToIdle() {
     Ui_->lblStatus->setVisible(true);
     Ui_->lblTiming->setVisible(false);
     ShowText(*Ui_->lblRate, "");
-    tmrTimeOut->SetEnabled(false);
-    RestoreCaption();
+    TitleBar_.EndRun();
 }
 
 void frmMain::LogRun(const RunResult& run) {

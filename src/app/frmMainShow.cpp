@@ -54,7 +54,7 @@ void frmMain::SerialFlash1_Progress(int block, int totalBlock) {
 }
 
 void frmMain::BeginTransfer() {
-    RestoreCaption();
+    TitleBar_.RestoreCaption();
     ForgetProgress();
     ShowWorkingColors();
     ShowInBar(Ui_->PercentBar1->objectName(), 0);
@@ -105,7 +105,7 @@ void frmMain::SerialFlash1_Message(const RunLine& line) {
         ShowSoftwareSummary(modBinFileInfo::GetBinFileInfo(ImageFileName));
     }
     if (const auto caption = CaptionAfter(run, line)) {
-        SetCaption(*caption);
+        TitleBar_.SetCaption(*caption);
     }
     switch (bar) {
         case BarChange::None:
@@ -131,44 +131,6 @@ void frmMain::SerialFlash1_Timing(const RunTiming& timing) {
 
 void frmMain::tmrStatus_Timer() {
     Ui_->lblStatus->setVisible(Ui_->lblStatus->isHidden());
-}
-
-// The caption shows progress only while the user works in another window: the taskbar tells it then.
-void frmMain::tmrTimeOut_Timer() {
-    if (IsActive()) {
-        RestoreCaption();
-        return;
-    }
-    if (!CaptionSaved) {
-        SavedCaption = windowTitle().toStdString();
-        CaptionSaved = true;
-    }
-    setWindowTitle(QString::fromStdString(AwayCaption(Texts_.Timing, Percent)));
-}
-
-void frmMain::tmrFlashWindow_Timer() {
-    if (IsActive()) {
-        tmrFlashWindow->SetEnabled(false);
-    } else {
-        Services_.Flash(this);
-    }
-}
-
-bool frmMain::IsActive() const {
-    return QApplication::activeWindow() == this;
-}
-
-// A caption that comes while progress is shown in its place is the one that the user finds on coming back.
-void frmMain::SetCaption(const std::string& caption) {
-    SavedCaption = caption;
-    setWindowTitle(QString::fromStdString(caption));
-}
-
-void frmMain::RestoreCaption() {
-    if (CaptionSaved) {
-        setWindowTitle(QString::fromStdString(SavedCaption));
-        CaptionSaved = false;
-    }
 }
 
 void frmMain::SetQuitCaption(const QString& caption) {

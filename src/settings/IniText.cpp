@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/files/TextLines.h"
+
 namespace burnwick {
 
 namespace {
@@ -20,16 +22,6 @@ bool IsBlank(char c) {
 
 bool IsQuote(char c) {
     return c == '"' || c == '\'';
-}
-
-std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
 }
 
 std::string_view WithoutQuotes(std::string_view value) {

@@ -29,11 +29,13 @@ class SystemMenuTest : public testing::Test {
 protected:
     SystemMenuTest() { Settle(); }
 
-    // Until what was posted before has been handled: messages come in their order.
+    // Until what was posted before has been handled: messages come in their order, and the toolkit handles
+    // some of them as events of its own.
     void Settle() const {
         const int before = Window_.Marks;
         Window_.Post(NativeWindow::Mark, 0);
         EXPECT_TRUE(Await([&] { return Window_.Marks > before; }));
+        QCoreApplication::processEvents();
     }
     HMENU SystemsOwn() const { return GetSystemMenu(Window_.Handle(), FALSE); }
     UINT StateOf(UINT number) const { return GetMenuState(SystemsOwn(), number, MF_BYCOMMAND); }

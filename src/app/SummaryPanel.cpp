@@ -48,7 +48,7 @@ void SummaryPanel::ShowTexts() const {
     ShowText(*Ui_.lblDateStamp, Summary_.DateStamp);
 }
 
-// A title as long as an image likes must not widen the window, nor its ampersands underline anything.
+// A long title must not widen the window, and its ampersands are no access keys.
 void SummaryPanel::ShowTitle(const std::string& title) const {
     const QFontMetrics metrics = Window_.fontMetrics();
     const int room = Ui_.txtDisplay->minimumWidth() - metrics.horizontalAdvance("MM");

@@ -20,7 +20,7 @@ bool TitleBar::IsActive() const {
     return QApplication::activeWindow() == &Window_;
 }
 
-// A caption that comes while progress is shown in its place is the one that the user finds on coming back.
+// A caption that is set while progress replaces it is the one that RestoreCaption shows.
 void TitleBar::SetCaption(const std::string& caption) {
     Caption_ = caption;
     Window_.setWindowTitle(QString::fromStdString(caption));

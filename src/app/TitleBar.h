@@ -9,8 +9,7 @@
 
 namespace burnwick {
 
-// The main window's caption. During a run it shows progress while the user works in another window, and the
-// caption again when he is back.
+// The main window's caption. During a run, progress replaces it while another window is active.
 class TitleBar {
 public:
     // `progress` gives the text that stands in the caption's place, `flash` draws the title bar inverted
@@ -24,7 +23,7 @@ public:
 
     void BeginRun();
     void EndRun();
-    // Flashes until the user is back.
+    // Flashes until the window is active.
     void CallUser() { tmrFlashWindow->SetEnabled(true); }
     void Stop();
 

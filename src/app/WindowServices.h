@@ -27,7 +27,7 @@ struct WindowServices {
     std::function<void(const std::string& line)> Trace{};
 
     EventLoop& Loop;
-    // What a try of a port waits in: it handles no event of the window.
+    // For trying ports; it handles no events of the window.
     MessageLoop& PortLoop;
     SettingStore& Settings;
     std::filesystem::path ProgramFolder;  // of the log and the verification file

@@ -15,14 +15,14 @@ namespace burnwick {
 struct Image {
     std::string FileName;  // its path (UTF-8)
     std::uint64_t Length = 0;
-    // Nothing of a file that is longer than any image.
+    // Null for a file that is longer than LongestImage.
     std::shared_ptr<const std::vector<std::byte>> Content{};
     modBinFileInfo::BinFileInfo Information{};
 };
 
 namespace modBinFileInfo {
 
-// The most that a transfer can number: 32,767 blocks of 256 bytes.
+// Bytes of a transfer with the largest block count: 32,767 blocks of 256 bytes.
 inline constexpr std::uint64_t LongestImage = 32'767UL * 256;
 
 // Why a file is not taken as an image.

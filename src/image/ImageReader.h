@@ -8,7 +8,7 @@ namespace burnwick::modBinFileInfo {
 // What the image's bytes tell: all fields but the two of its file's name. A failed read shows in the source.
 BinFileInfo ReadImage(ImageSource& source);
 
-// ReadImageFile, on a file that is open.
+// ReadImageFile for a file that is open already.
 std::variant<Image, ImageRefusal> ReadOpenFile(const std::string& fileName, ImageSource& source);
 
 }  // namespace burnwick::modBinFileInfo

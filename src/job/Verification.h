@@ -31,7 +31,7 @@ struct Verdict {
 // Compares what was read back with the image.
 Verdict JudgeReadBack(const Image& image, const std::filesystem::path& readBack);
 
-// Said where the two differ and the image's file does, too.
+// Follows a mismatch when the image file has changed since it was read.
 std::string ImageChangedText(const Image& image);
 
 // What a comparison of two files came to, as a sentence, from what CompareImages gave.

@@ -109,7 +109,7 @@ bool IsLauncher(const fs::path& path, std::string_view content) {
            && ReadWholeFile(path) == content;
 }
 
-// A folder of this name is not the program's.
+// Leaves a folder of this name: the program makes files only.
 void RemoveFile(const fs::path& path) {
     std::error_code error;
     if (!fs::is_directory(fs::symlink_status(path, error))) {

@@ -4,8 +4,7 @@
 
 namespace burnwick {
 
-// The desktop of a system that keeps file associations and launchers in files of the user's: all desktops
-// read the same ones.
+// The desktop of a system that keeps file associations and launchers in the user's files (freedesktop.org).
 class EntryShell final : public ShellIntegration {
 public:
     std::filesystem::path AssociatedProgram() const override;

@@ -29,7 +29,7 @@ public:
     virtual ~Watch() = default;
 };
 
-// The clock, the timers and the watches of a thread's event loop, whoever runs it.
+// The clock, the timers and the watches of a thread's event loop, which a toolkit may run.
 class EventLoop {
 public:
     virtual ~EventLoop() = default;
@@ -48,7 +48,7 @@ public:
     virtual std::unique_ptr<Watch> WatchInput(WaitHandle handle, std::function<void()> ready) = 0;
 };
 
-// An event loop that its user runs himself: every wait of a job is a Yield, and none of them spins.
+// An event loop that its caller runs: every wait of a job is a Yield, and none of them spins.
 class MessageLoop : public EventLoop {
 public:
     // Sleeps until something happens (input, a due timer), at most for this time, and handles it. A timer
@@ -57,7 +57,7 @@ public:
     virtual void Yield(std::chrono::microseconds atMost) = 0;
 };
 
-// The system's own, for a job, and for a program without a window.
+// The system's message loop, for a job and for a program without a window.
 std::unique_ptr<MessageLoop> NewSystemLoop();
 
 }  // namespace burnwick

@@ -3,7 +3,7 @@
 
 namespace burnwick {
 
-// Desktops look into the registry here, and not into files.
+// The desktop of Windows reads the registry instead of files.
 std::optional<UserFolders> FoldersOfUser() {
     return std::nullopt;
 }
